@@ -1,0 +1,263 @@
+// The contiguous array of the container protocol: one block, an index as cursor, growth by a fixed step.
+//
+// Invariants, besides those of KyDynArrayBase:
+//   (1) m_pData is a block of m_nCapacity elements made by array new, null when nothing is allocated
+//   (2) 0 <= m_nLength <= m_nCapacity; the elements from m_nLength on have no meaning
+//   (3) only growth, SetLength and destruction change the block, so element addresses hold until then
+//
+// Growth is linear, never doubling: m_nGrowBy spare elements beyond what is asked for, chosen by the array's
+// owner. The array owns its block alone; what pointer elements point to is not its business (see
+// KyDynPArray).
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+#include "VexaBase/containers/KyDynArrayBase.h"
+
+/// Makes n ranks, each in 0 .. n - 1, a permutation. Those of an ordering are one already and stay; where the
+/// comparison was no ordering, elements of equal rank follow each other in their former order. O(n), O(n^2)
+/// in that case, in place.
+inline void KyMakeRanksDistinct(long* pRank, long n) {
+    // An entry's complement marks the rank that is the entry's index as taken.
+    bool bDistinct = true;
+    for (long i = 0; i < n; ++i) {
+        long& nMark = pRank[std::max(pRank[i], ~pRank[i])];
+        bDistinct = bDistinct && nMark >= 0;
+        nMark = std::min(nMark, ~nMark);
+    }
+    for (long i = 0; i < n; ++i) {
+        pRank[i] = std::max(pRank[i], ~pRank[i]);
+    }
+    if (bDistinct) {
+        return;
+    }
+    // An entry's complement is its new rank.
+    for (long nRank = 0; nRank < n; ++nRank) {
+        long nFirst = -1;
+        for (long i = 0; i < n; ++i) {
+            if (pRank[i] >= 0 && (nFirst < 0 || pRank[i] < pRank[nFirst])) {
+                nFirst = i;
+            }
+        }
+        pRank[nFirst] = ~nRank;
+    }
+    for (long i = 0; i < n; ++i) {
+        pRank[i] = ~pRank[i];
+    }
+}
+
+/// The arrays' sort: a stable ranking sort. Asks isAfter(i, j), "must element i come behind element j?", once
+/// for every pair i < j in ascending order of i, then j, and moves each element straight to its rank along
+/// the permutation's cycles. O(n^2) comparisons, O(n) moves, one temporary array of n ranks (none below two
+/// elements).
+template <class T, class IsAfter>
+void KySortByRank(T* pData, long nLength, IsAfter isAfter) {
+    if (nLength < 2) {
+        return;
+    }
+    const std::unique_ptr<long[]> rank(new long[static_cast<std::size_t>(nLength)]);
+    for (long i = 0; i < nLength; ++i) {
+        rank[static_cast<std::size_t>(i)] = i;
+    }
+    long* const pRank = rank.get();
+    for (long i = 0; i < nLength - 1; ++i) {
+        for (long j = i + 1; j < nLength; ++j) {
+            if (isAfter(i, j)) {
+                ++pRank[i];
+                --pRank[j];
+            }
+        }
+    }
+    KyMakeRanksDistinct(pRank, nLength);
+    // Carries elements by default construction and assignment, which is all that an element type must have.
+    T carry;
+    T saved;
+    for (long i = 0; i < nLength; ++i) {
+        if (pRank[i] == i) {
+            continue;
+        }
+        carry = pData[i];
+        for (long nTarget = pRank[i];;) {
+            saved = pData[nTarget];
+            pData[nTarget] = carry;
+            const long nNext = std::exchange(pRank[nTarget], nTarget);
+            if (nNext == i) {
+                break;
+            }
+            carry = saved;
+            nTarget = nNext;
+        }
+        pData[i] = saved;
+        pRank[i] = i;
+    }
+}
+
+template <class T>
+class KY_API KyDynArray : public KyDynArrayBase<T> {
+public:
+    using iterator = T*;
+    using const_iterator = const T*;
+
+    /// An empty array that reserves nCapacity elements (no block when that is 0 or less) and grows by
+    /// nGrowBy.
+    explicit KyDynArray(long nCapacity = 0, long nGrowBy = 1024) : m_nGrowBy(nGrowBy) {
+        if (nCapacity > 0) {
+            m_pData = new T[static_cast<std::size_t>(nCapacity)];
+            m_nCapacity = nCapacity;
+        }
+    }
+
+    /// Makes the array n elements long. New elements are uninitialised where T is; the block never shrinks.
+    /// O(1), or O(length) when the block must grow, to n + m_nGrowBy elements. When that allocation fails,
+    /// the exception leaves the raised capacity behind, deliberately: such an array is good for destruction
+    /// only. Requires n >= 0.
+    void ReAllocate(long n) override {
+        KY_CHECK(n >= 0, "KyDynArray::ReAllocate", "negative length (%ld)", n);
+        if (m_nCapacity < n) {
+            Grow(n);
+        }
+        this->m_nLength = n;
+    }
+
+    ~KyDynArray() override { delete[] m_pData; }
+
+    /// Sets length and capacity to exactly n (no block when n is below 1), the only way to give memory back.
+    /// With bKeep the first min(old length, n) elements are copied. An array that has that capacity already
+    /// keeps its block and its contents either way. The cursor stays, and may lie past the end then. O(n).
+    void SetLength(long n, bool bKeep) override {
+        if (m_nCapacity != n) {
+            ReplaceBlock(std::max(n, 0L), bKeep ? std::min(this->m_nLength, n) : 0);
+        }
+        m_nCapacity = n;
+        this->m_nLength = n;
+    }
+
+    /// Removes every element and keeps the block for reuse. O(1).
+    void Reset() override {
+        this->m_nLength = 0;
+        this->m_nCurIndex = -1;
+    }
+
+    /// The current element. Requires a current element.
+    T& GetCurData() override {
+        KY_CHECK(HasCurrent(), "KyDynArray::GetCurData", "no current element (index %ld, length %ld)",
+                 this->m_nCurIndex, this->m_nLength);
+        return m_pData[this->m_nCurIndex];
+    }
+
+    /// Assigns x to the current element. Requires a current element.
+    void SetCurData(const T& x) override {
+        KY_CHECK(HasCurrent(), "KyDynArray::SetCurData", "no current element (index %ld, length %ld)",
+                 this->m_nCurIndex, this->m_nLength);
+        m_pData[this->m_nCurIndex] = x;
+    }
+
+    T* GetFirst() const override { return this->m_nLength != 0 ? m_pData : nullptr; }
+    T* GetNext(const T* p) const override {
+        return p == nullptr || p == m_pData + this->m_nLength - 1 ? nullptr : const_cast<T*>(p) + 1;
+    }
+    T* GetPre(const T* p) const override {
+        return p == nullptr || p == m_pData ? nullptr : const_cast<T*>(p) - 1;
+    }
+    T* GetLast() const override { return this->m_nLength != 0 ? m_pData + this->m_nLength - 1 : nullptr; }
+    T* GetAt(long i) const override {
+        KY_CHECK(i >= 0 && i < this->m_nLength, "KyDynArray::GetAt",
+                 "index out of range (index %ld, length %ld)", i, this->m_nLength);
+        return m_pData + i;
+    }
+
+    /// Inserts x in front of the current element; at the old length it appends. The cursor index stays and
+    /// designates x. O(elements behind the cursor), plus growth. When x is an element of this array, its slot
+    /// is read after the shift: the element that moved into it is inserted. Requires a cursor in 0 .. length.
+    void InsertCur(const T& x) override {
+        KY_CHECK(this->m_nCurIndex >= 0 && this->m_nCurIndex <= this->m_nLength, "KyDynArray::InsertCur",
+                 "cursor out of range (index %ld, length %ld)", this->m_nCurIndex, this->m_nLength);
+        const long nOwnSlot = SlotOf(x);
+        this->ReAllocate(this->m_nLength + 1);
+        T* const pCur = m_pData + this->m_nCurIndex;
+        T* const pLast = m_pData + this->m_nLength - 1;
+        std::copy_backward(pCur, pLast, pLast + 1);
+        *pCur = nOwnSlot < 0 ? x : m_pData[nOwnSlot];
+    }
+
+    /// Removes the current element and steps the cursor back by one, to -1 from the first, so that MoveToNext
+    /// lands on the element that moved into its place. O(elements behind the cursor). Requires a current
+    /// element.
+    void DelCur() override {
+        KY_CHECK(HasCurrent(), "KyDynArray::DelCur", "no current element (index %ld, length %ld)",
+                 this->m_nCurIndex, this->m_nLength);
+        T* const pCur = m_pData + this->m_nCurIndex;
+        std::copy(pCur + 1, m_pData + this->m_nLength, pCur);
+        this->ReAllocate(this->m_nLength - 1);
+        --this->m_nCurIndex;
+    }
+
+    using KyDynArrayBase<T>::Sort;
+
+    /// O(n^2) comparisons, O(n) moves; the cursor stays. See KyDynArrayBase::Sort and KySortByRank.
+    void Sort(bool bAscending) override {
+        T* const pData = m_pData;
+        if (bAscending) {
+            KySortByRank(pData, this->m_nLength, [pData](long i, long j) {
+                return KyElementOrder<T>::IsGreater(pData[i], pData[j]);
+            });
+        } else {
+            KySortByRank(pData, this->m_nLength,
+                         [pData](long i, long j) { return KyElementOrder<T>::IsLess(pData[i], pData[j]); });
+        }
+    }
+
+    /// Exactly n(n - 1) / 2 calls of pfnCompare, O(n) moves; the cursor stays. See KyDynArrayBase::Sort and
+    /// KySortByRank.
+    void Sort(int (*pfnCompare)(const T&, const T&)) override {
+        T* const pData = m_pData;
+        KySortByRank(pData, this->m_nLength,
+                     [pData, pfnCompare](long i, long j) { return pfnCompare(pData[i], pData[j]) > 0; });
+    }
+
+    iterator begin() { return m_pData; }
+    iterator end() { return m_pData + this->m_nLength; }
+    const_iterator begin() const { return m_pData; }
+    const_iterator end() const { return m_pData + this->m_nLength; }
+
+    T* m_pData = nullptr;  // the block
+    long m_nCapacity = 0;  // elements in the block
+    long m_nGrowBy;        // spare elements taken beyond the length asked for when the block grows
+
+protected:
+    bool HasCurrent() const { return this->m_nCurIndex >= 0 && this->m_nCurIndex < this->m_nLength; }
+
+    /// Replaces the block by one of n + m_nGrowBy elements. The capacity is raised first.
+    void Grow(long n) {
+        // In unsigned arithmetic a sum that no long holds becomes a size that the allocation rejects.
+        m_nCapacity =
+            static_cast<long>(static_cast<unsigned long>(n) + static_cast<unsigned long>(m_nGrowBy));
+        ReplaceBlock(m_nCapacity, this->m_nLength);
+    }
+
+    /// Replaces the block by one of exactly nSize elements, none when nSize is 0; copies the first nKept
+    /// over.
+    void ReplaceBlock(long nSize, long nKept) {
+        std::unique_ptr<T[]> block(nSize != 0 ? new T[static_cast<std::size_t>(nSize)] : nullptr);
+        if (m_pData != nullptr && nKept > 0) {
+            std::copy(m_pData, m_pData + nKept, block.get());
+        }
+        delete[] std::exchange(m_pData, block.release());
+    }
+
+private:
+    /// The slot of this block that x is, or -1.
+    long SlotOf(const T& x) const {
+        if (m_pData == nullptr) {
+            return -1;
+        }
+        const auto nAddress = reinterpret_cast<std::uintptr_t>(std::addressof(x));
+        const auto nFirst = reinterpret_cast<std::uintptr_t>(m_pData);
+        const auto nBytes = static_cast<std::uintptr_t>(m_nCapacity) * sizeof(T);
+        return nAddress - nFirst < nBytes ? static_cast<long>((nAddress - nFirst) / sizeof(T)) : -1;
+    }
+};

@@ -1,0 +1,282 @@
+// Doubly linked lists with a sparse positional index, plain (KyXList) and owning with a binary search
+// (KyPXList).
+//
+// The index is an array that points at every m_nStep-th node, so that a position is reached in at most half a
+// step's nodes instead of a walk from the cursor. Appending costs no more than in KyDList; inserting or
+// removing elsewhere also moves every index entry behind that place by one node.
+//
+// Invariants, besides those of KyDList:
+//   (1) after every operation the index has ceil(m_nLength / m_nStep) entries, and entry j is the node at
+//       position j * m_nStep
+//   (2) the index is exact even while the cursor's index is not (after ReverseList), which is why the
+//       sentinel of these lists is a larger node: it remembers that the cursor's index cannot be trusted
+#pragma once
+
+#include <algorithm>
+#include <utility>
+
+#include "VexaBase/containers/KyDList.h"
+#include "VexaBase/containers/KyDynArray.h"
+#include "VexaBase/containers/KyPDList.h"
+
+template <class T>
+class KY_API KyXList : public KyDList<T> {
+public:
+    using Node = KyDListNode<T>;
+
+    /// An empty list with an index entry for every nStep-th node. Requires nStep > 0.
+    explicit KyXList(long nStep = 64)
+        : KyDList<T>(AroundSentinel{}, new Sentinel{{{T(), nullptr}, nullptr}, false}), m_nStep(nStep) {
+        KY_CHECK(nStep > 0, "KyXList::KyXList", "no step (%ld)", nStep);
+    }
+
+    /// See KyList::ReAllocate.
+    void ReAllocate(long n) override {
+        const bool bCursorWasStale = SentinelOf().m_bCursorIsStale;
+        KyDList<T>::ReAllocate(n);
+        SentinelOf().m_bCursorIsStale = bCursorWasStale;
+    }
+
+    ~KyXList() override {
+        if (this->m_pHead != nullptr) {
+            this->template FreeRing<Sentinel>();
+        }
+    }
+
+    /// Frees every element and every index entry: length 0, cursor on none, the index's cursor at -1.
+    /// O(length).
+    void Reset() override {
+        KyDList<T>::Reset();
+        m_arrIndex.Reset();
+        TrustCursor();
+    }
+
+    /// Cursor to position i, on none when i is outside the list. O(m_nStep). The index's own cursor goes to i
+    /// / m_nStep where that is an entry, and stays otherwise.
+    void MoveTo(long i) override {
+        const long nEntry = i / m_nStep;
+        if (nEntry >= 0 && nEntry < m_arrIndex.m_nLength) {
+            m_arrIndex.m_nCurIndex = nEntry;
+        }
+        if (this->IsPosition(i)) {
+            this->SetCursor(NodeAt(i), i);
+        } else {
+            this->SetCursor(this->m_pHead, -1);
+        }
+        TrustCursor();
+    }
+
+    /// Address of element i; the cursor stays. O(m_nStep) inside the list; outside as in KyDList.
+    T* GetAt(long i) const override {
+        return this->IsPosition(i) ? this->DataOf(NodeAt(i)) : KyDList<T>::GetAt(i);
+    }
+
+    /// See KyDList::DelCur. O(1), plus one step for every index entry behind the cursor. Requires a current
+    /// element.
+    void DelCur() override {
+        KY_CHECK(this->m_pCurNode != this->m_pHead, "KyXList::DelCur",
+                 "no current element (index %ld, length %ld)", this->m_nCurIndex, this->m_nLength);
+        const long nPosition = CursorPosition();
+        if ((this->m_nLength - 1) % m_nStep == 0) {
+            m_arrIndex.ReAllocate(m_arrIndex.m_nLength - 1);
+        }
+        for (long j = EntriesBelow(nPosition); j < m_arrIndex.m_nLength; ++j) {
+            m_arrIndex.m_pData[j] = static_cast<Node*>(m_arrIndex.m_pData[j]->m_pNext);
+        }
+        KyDList<T>::DelCur();
+    }
+
+    /// See KyDList::InsertAfterCur. O(1), plus one step for every index entry behind the cursor, so O(1) at
+    /// the end. When the index must grow, it does so before the node is made; when that fails, the list is
+    /// good for destruction only.
+    T* InsertAfterCur(const T& x) override {
+        const long nPosition = CursorPosition() + 1;
+        ReserveIndex(this->m_nLength + 1);
+        T* const pElement = KyDList<T>::InsertAfterCur(x);
+        for (long j = EntriesBelow(nPosition); j < m_arrIndex.m_nLength; ++j) {
+            m_arrIndex.m_pData[j] = m_arrIndex.m_pData[j]->m_pPre;
+        }
+        if (m_arrIndex.m_nLength < EntriesBelow(this->m_nLength)) {
+            AddEntry(this->m_pTail);
+        }
+        return pElement;
+    }
+
+    /// See KyList::DetachAfterCur. O(1). The index loses the entries of the nodes cut off.
+    long DetachAfterCur() override {
+        this->m_nCurIndex = CursorPosition();
+        KyDList<T>::DetachAfterCur();
+        m_arrIndex.ReAllocate(EntriesBelow(this->m_nLength));
+        TrustCursor();
+        return this->m_nLength;
+    }
+
+    /// See KyList::Conbine. O(number of elements that move). Requires a doubly linked `other`.
+    long Conbine(KyList<T>& other, long pos) override {
+        if (pos < 0 || pos >= other.m_nLength || &other == this) {
+            return this->m_nLength;
+        }
+        ReserveIndex(this->m_nLength + other.m_nLength - pos);
+        const long nOldLength = this->m_nLength;
+        KyListNode<T>* const pOldTail = this->m_pTail;
+        KyDList<T>::Conbine(other, pos);
+        IndexFrom(nOldLength, pOldTail->m_pNext);
+        return this->m_nLength;
+    }
+
+    /// See KyList::ReverseList; the index is exact afterwards. O(length).
+    void ReverseList() override {
+        if (this->m_nLength <= 1) {
+            return;
+        }
+        KyDList<T>::ReverseList();
+        IndexFrom(0, this->m_pHead->m_pNext);
+        SentinelOf().m_bCursorIsStale = true;
+    }
+
+    /// See KyList::Rotate; the index is exact afterwards. O(length).
+    void Rotate(long from, long to) override {
+        KyDList<T>::Rotate(from, to);
+        if (from != to) {
+            IndexFrom(0, this->m_pHead->m_pNext);
+        }
+    }
+
+    KyDynArray<Node*>
+        m_arrIndex;  // entry j: the node at position j * m_nStep; its cursor: the entry used last
+    long m_nStep;    // positions between two indexed nodes
+
+protected:
+    using typename KyDList<T>::AroundSentinel;
+
+    /// Node at a position inside the list, from the nearer of the two index entries around it, or the tail.
+    Node* NodeAt(long i) const {
+        const long nEntry = i / m_nStep;
+        const long nAfter = i - nEntry * m_nStep;
+        const bool bLastEntry = nEntry + 1 == m_arrIndex.m_nLength;
+        const long nBefore = (bLastEntry ? this->m_nLength - 1 : (nEntry + 1) * m_nStep) - i;
+        if (nAfter <= nBefore) {
+            KyListNode<T>* pNode = m_arrIndex.m_pData[nEntry];
+            for (long k = 0; k < nAfter; ++k) {
+                pNode = pNode->m_pNext;
+            }
+            return static_cast<Node*>(pNode);
+        }
+        Node* pNode = bLastEntry ? static_cast<Node*>(this->m_pTail) : m_arrIndex.m_pData[nEntry + 1];
+        for (long k = 0; k < nBefore; ++k) {
+            pNode = pNode->m_pPre;
+        }
+        return pNode;
+    }
+
+private:
+    struct Sentinel : Node {
+        bool m_bCursorIsStale;  // m_nCurIndex may not be m_pCurNode's position
+    };
+
+    Sentinel& SentinelOf() const { return *static_cast<Sentinel*>(this->m_pHead); }
+    void TrustCursor() { SentinelOf().m_bCursorIsStale = false; }
+
+    /// Index entries at positions below n: ceil(n / m_nStep).
+    long EntriesBelow(long n) const { return n == 0 ? 0 : (n - 1) / m_nStep + 1; }
+
+    /// Position of the node under the cursor. O(1), O(length) while the cursor's index cannot be trusted.
+    long CursorPosition() {
+        if (!SentinelOf().m_bCursorIsStale) {
+            return this->m_nCurIndex;
+        }
+        long nPosition = -1;
+        for (KyListNode<T>* pNode = this->m_pHead; pNode != this->m_pCurNode; pNode = pNode->m_pNext) {
+            ++nPosition;
+        }
+        SentinelOf().m_bCursorIsStale = nPosition != this->m_nCurIndex;
+        return nPosition;
+    }
+
+    /// Makes room in the index for a list of nLength elements, without changing its entries.
+    void ReserveIndex(long nLength) {
+        const long nEntries = m_arrIndex.m_nLength;
+        m_arrIndex.ReAllocate(std::max(nEntries, EntriesBelow(nLength)));
+        m_arrIndex.ReAllocate(nEntries);
+    }
+
+    void AddEntry(KyListNode<T>* pNode) {
+        m_arrIndex.ReAllocate(m_arrIndex.m_nLength + 1);
+        m_arrIndex.m_pData[m_arrIndex.m_nLength - 1] = static_cast<Node*>(pNode);
+    }
+
+    /// Writes the entries from position nFrom on anew, pNode being the node there. The index has room for
+    /// them.
+    void IndexFrom(long nFrom, KyListNode<T>* pNode) {
+        m_arrIndex.ReAllocate(EntriesBelow(nFrom));
+        for (long i = nFrom; i < this->m_nLength; ++i, pNode = pNode->m_pNext) {
+            if (i % m_nStep == 0) {
+                AddEntry(pNode);
+            }
+        }
+    }
+};
+
+template <class T>
+class KY_API KyPXList : public KyOwningList<T, KyXList<T*>> {
+public:
+    /// An empty list with an index entry for every nStep-th node. Requires nStep > 0.
+    explicit KyPXList(long nStep = 64) : KyOwningList<T, KyXList<T*>>(nStep) {}
+
+    /// Searches a list that is sorted by x.Cmp(object) for an object that compares equal to x, by bisection
+    /// between the positions first and last, clamped to the list. True with the cursor on such an object;
+    /// false with the cursor on the element before which x belongs, or on none when that is the end; false
+    /// with the cursor at `first` when the range is empty. O(log(last - first)) comparisons and as many
+    /// positionings of O(m_nStep). Requires an object in every element probed.
+    bool BFindDataTo(const T& x, long first, long last) {
+        first = std::clamp(first, 0L, this->m_nLength);
+        last = std::min(last, this->m_nLength - 1);
+        if (first == 0 && this->m_nLength != 0) {
+            this->m_arrIndex.m_nCurIndex = 0;
+            this->MoveToFirst();
+        } else {
+            this->MoveTo(first);
+        }
+        if (first > last || Compare(x) < 0) {
+            return false;
+        }
+        this->MoveTo(last);
+        if (Compare(x) > 0) {
+            this->MoveToNext();
+            return false;
+        }
+        while (first < last) {
+            const long nMiddle = (first + last) / 2;
+            this->MoveTo(nMiddle);
+            const int nOrder = Compare(x);
+            if (nOrder == 0) {
+                return true;
+            }
+            if (nOrder > 0) {
+                first = nMiddle + 1;
+            } else {
+                last = nMiddle - 1;
+            }
+        }
+        if (last < first) {
+            return false;
+        }
+        this->MoveTo(last);
+        const int nOrder = Compare(x);
+        if (nOrder > 0) {
+            this->MoveToNext();
+        }
+        return nOrder == 0;
+    }
+
+    /// Searches the whole list.
+    bool BFindDataTo(const T& x) { return BFindDataTo(x, 0, this->m_nLength - 1); }
+
+private:
+    int Compare(const T& x) {
+        T* const pObject = this->GetCurData();
+        KY_CHECK(pObject != nullptr, "KyPXList::BFindDataTo", "null element (index %ld, length %ld)",
+                 this->m_nCurIndex, this->m_nLength);
+        return x.Cmp(*pObject);
+    }
+};

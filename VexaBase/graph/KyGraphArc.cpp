@@ -1,0 +1,78 @@
+#include "VexaBase/graph/KyGraphArc.h"
+
+#include <cstdint>
+#include <memory>
+
+#include "VexaBase/graph/KyGraphNode.h"
+#include "VexaBase/graph/KyGraphPath.h"
+
+namespace {
+
+KyGraphNode* OtherEnd(const KyGraphArc& arc, const KyGraphNode* pNode) {
+    return arc.m_pStart == pNode ? arc.m_pEnd : arc.m_pStart;
+}
+
+}  // namespace
+
+KyGraphArc::~KyGraphArc() { UnConnect(); }
+
+int KyGraphArc::CmpArc(const KyGraphArc& other) const {
+    const std::intptr_t nBytes =
+        reinterpret_cast<std::intptr_t>(this) - reinterpret_cast<std::intptr_t>(&other);
+    return static_cast<int>(nBytes / static_cast<std::intptr_t>(sizeof(KyGraphArc)));
+}
+
+void KyGraphArc::Connect() {
+    if (m_pStart != nullptr) {
+        m_pStart->AppendArc(this);
+    }
+    if (m_pEnd != nullptr) {
+        m_pEnd->AppendArc(this);
+    }
+}
+
+void KyGraphArc::UnConnect() {
+    if (m_pStart != nullptr) {
+        m_pStart->RemoveArc(this);
+    }
+    if (m_pEnd != nullptr) {
+        m_pEnd->RemoveArc(this);
+    }
+    m_pStart = nullptr;
+    m_pEnd = nullptr;
+}
+
+KyGraphPath* KyGraphArc::FindMesh(int nDir) {
+    KyGraphNode* const pBegin = nDir == Forward ? m_pStart : m_pEnd;
+    auto pPath = std::make_unique<KyGraphPath>();
+    pPath->m_pBeginNode = pBegin;
+
+    KyGraphNode* pNode = pBegin;
+    for (KyGraphArc* pArc = this; pArc != nullptr;) {
+        pPath->Append(pArc);
+        pNode = OtherEnd(*pArc, pNode);
+        pArc = pNode != nullptr ? pNode->FindNextArc(pArc) : nullptr;
+        if (pArc == this) {
+            return pPath.release();
+        }
+    }
+
+    // The chain is open: the other half lies behind the beginning.
+    pNode = pBegin;
+    KyGraphArc* pArc = this;
+    while (pNode != nullptr && (pArc = pNode->FindPreArc(pArc)) != nullptr) {
+        pPath->InsertHead(pArc);
+        pNode = OtherEnd(*pArc, pNode);
+    }
+    pPath->m_pBeginNode = pNode;
+    return pPath.release();
+}
+
+void KyGraphArc::RePoint(const KyGraphNode* pOld, KyGraphNode* pNew) {
+    if (m_pStart == pOld) {
+        m_pStart = pNew;
+    }
+    if (m_pEnd == pOld) {
+        m_pEnd = pNew;
+    }
+}

@@ -1,0 +1,5 @@
+#include "VexaBase/graph/KyGraphPath.h"
+
+KyGraphPath::KyGraphPath() = default;
+
+KyGraphPath::~KyGraphPath() = default;

@@ -1,0 +1,111 @@
+#include "VexaBase/stream/KyStream.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+
+static_assert(sizeof(char) == 1 && sizeof(bool) == 1 && sizeof(short) == 2 && sizeof(long) == 8 &&
+                  sizeof(double) == 8,
+              "the widths on the wire");
+static_assert(std::numeric_limits<double>::is_iec559, "the representation of double on the wire");
+
+void KyStream::MoveTo(long nPos) { m_nPos = std::max(nPos, 0L); }
+
+void KyStream::Reset() {
+    MoveTo(0);
+    m_nLength = 0;
+}
+
+void KyStream::Write(void* /*pData*/, long /*nCount*/) {}
+void KyStream::Read(void* /*pData*/, long /*nCount*/) {}
+
+template <class T>
+void KyStream::WriteValue(T value) {
+    Write(&value, sizeof(T));
+    MoveTo(PastTheNext(sizeof(T)));
+}
+
+template <class T>
+void KyStream::ReadValue(T& value) {
+    Read(&value, sizeof(T));
+    MoveTo(PastTheNext(sizeof(T)));
+}
+
+void KyStream::WriteChar(char value) { WriteValue(value); }
+void KyStream::WriteBool(bool value) { WriteValue(value); }
+void KyStream::WriteShort(short value) { WriteValue(value); }
+void KyStream::WriteLong(long value) { WriteValue(value); }
+void KyStream::WriteDouble(double value) { WriteValue(value); }
+
+void KyStream::ReadChar(char& value) { ReadValue(value); }
+
+void KyStream::ReadBool(bool& value) {
+    Read(&value, sizeof(bool));
+    unsigned char nByte = 0;
+    std::memcpy(&nByte, &value, sizeof(bool));
+    if (nByte > 1) {
+        value = true;
+    }
+    MoveTo(PastTheNext(sizeof(bool)));
+}
+
+void KyStream::ReadShort(short& value) { ReadValue(value); }
+void KyStream::ReadLong(long& value) { ReadValue(value); }
+void KyStream::ReadDouble(double& value) { ReadValue(value); }
+
+KyStream::~KyStream() = default;
+
+KyStream& KyStream::operator<<(char value) {
+    WriteChar(value);
+    return *this;
+}
+
+KyStream& KyStream::operator<<(bool value) {
+    WriteBool(value);
+    return *this;
+}
+
+KyStream& KyStream::operator<<(short value) {
+    WriteShort(value);
+    return *this;
+}
+
+KyStream& KyStream::operator<<(long value) {
+    WriteLong(value);
+    return *this;
+}
+
+KyStream& KyStream::operator<<(double value) {
+    WriteDouble(value);
+    return *this;
+}
+
+KyStream& KyStream::operator>>(char& value) {
+    ReadChar(value);
+    return *this;
+}
+
+KyStream& KyStream::operator>>(bool& value) {
+    ReadBool(value);
+    return *this;
+}
+
+KyStream& KyStream::operator>>(short& value) {
+    ReadShort(value);
+    return *this;
+}
+
+KyStream& KyStream::operator>>(long& value) {
+    ReadLong(value);
+    return *this;
+}
+
+KyStream& KyStream::operator>>(double& value) {
+    ReadDouble(value);
+    return *this;
+}
+
+long KyStream::PastTheNext(long nCount) const {
+    constexpr long nMax = std::numeric_limits<long>::max();
+    return nCount > 0 && m_nPos > nMax - nCount ? nMax : m_nPos + nCount;
+}

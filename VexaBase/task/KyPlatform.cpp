@@ -1,0 +1,5 @@
+#include "VexaBase/task/KyPlatform.h"
+
+bool IsWow64() { return false; }
+
+bool IsOS64() { return true; }

@@ -1,0 +1,196 @@
+#include "examples/faces/Faces.h"
+
+#include <algorithm>
+#include <memory>
+#include <stdexcept>
+
+#include "VexaBase/graph/KyGraphPath.h"
+#include "examples/faces/Geos.h"
+
+namespace faces {
+namespace {
+
+/// How many arcs of the graph are asked into the processor's cache ahead of the one that is being traced.
+/// Nodes, arcs and the entries of the nodes' lists stand in memory much in the order of the arcs, as they
+/// were made; a walk touches some that lie a little ahead, in no order that the processor could foresee.
+constexpr std::size_t ArcsAhead = 4096;
+
+void Prefetch(const MapArc* pArc) {
+    constexpr std::ptrdiff_t cacheLine = 64;
+    constexpr std::ptrdiff_t bytesAnArc = 256;
+    for (std::ptrdiff_t n = 0; n < bytesAnArc; n += cacheLine) {
+        __builtin_prefetch(reinterpret_cast<const char*>(pArc) + n);
+    }
+}
+
+}  // namespace
+
+FaceMap::FaceMap(const PlaneMap& map, const std::function<void(double)>& progress)
+    : m_map(map), m_walkOfSide(2 * map.m_arcs.size(), NoWalk) {
+    m_sides.reserve(m_walkOfSide.size());
+    const EulerCount count = CountForEuler();
+    const long nWalks = std::max(0L, 2 * count.m_nComponents - count.m_nNodes + count.m_nArcs);
+    m_walks.reserve(static_cast<std::size_t>(nWalks));
+    m_faces.reserve(static_cast<std::size_t>(nWalks));
+    for (std::size_t i = 0; i < map.m_arcs.size(); ++i) {
+        if (i + ArcsAhead < map.m_arcs.size()) Prefetch(map.m_arcs[i + ArcsAhead]);
+        if (map.m_isDeadEnd[i] || map.m_isBridge[i]) continue;
+        for (const int nDir : {KyGraphArc::Forward, KyGraphArc::Backward}) {
+            if (m_walkOfSide[2 * i + static_cast<std::size_t>(nDir)] == NoWalk) Trace(*map.m_arcs[i], nDir);
+        }
+        if (progress && i % ArcsAhead == 0) {
+            progress(static_cast<double>(i) / static_cast<double>(map.m_arcs.size()));
+        }
+    }
+}
+
+void FaceMap::Trace(MapArc& arc, int nDir) {
+    const std::unique_ptr<const KyGraphPath> pPath(arc.FindMesh(nDir));
+    const auto nWalk = static_cast<unsigned int>(m_walks.size());
+    const auto nFirst = static_cast<unsigned int>(m_sides.size());
+    const auto* pBegin = static_cast<const MapNode*>(pPath->m_pBeginNode);
+    const MapNode* pAt = pBegin;
+    unsigned long nTwiceArea = 0;  // may overflow on the way; the whole fits
+    for (const KyGraphArc* pStep : *pPath) {
+        const bool bForward = pStep->m_pStart == pAt;
+        const Side nSide = 2 * static_cast<const MapArc*>(pStep)->m_nIndex + (bForward ? 0 : 1);
+        if (m_walkOfSide[nSide] != NoWalk)
+            throw std::logic_error("the map is not plane: two faces share a side");
+        m_walkOfSide[nSide] = nWalk;
+        m_sides.push_back(nSide);
+        const auto* pNext = static_cast<const MapNode*>(bForward ? pStep->m_pEnd : pStep->m_pStart);
+        nTwiceArea += static_cast<unsigned long>(Cross(pBegin->m_point, pAt->m_point, pNext->m_point));
+        pAt = pNext;
+    }
+    if (pAt != pBegin) throw std::logic_error("the map is not plane: a face is not closed");
+
+    Walk walk{nFirst, static_cast<unsigned int>(m_sides.size()) - nFirst, static_cast<long>(nTwiceArea),
+              Outside};
+    if (walk.m_nTwiceArea > 0) {
+        walk.m_nFace = static_cast<long>(m_faces.size());
+        m_faces.push_back({nWalk, walk.m_nTwiceArea});
+    }
+    m_walks.push_back(walk);
+}
+
+void FaceMap::LocateHoles() {
+    const std::vector<unsigned int> outerWalks = OuterWalks();
+    if (outerWalks.size() < 2) return;
+
+    const Geos geos;
+    const Geos::Tree pTree = geos.NewTree();
+    std::vector<Geos::Geometry> keys;
+    for (MapNode* const& pFirst : m_map.m_firstNodes) {
+        keys.push_back(geos.NewLine(pFirst->m_point, pFirst->m_point));
+        GEOSSTRtree_insert_r(geos, pTree.get(), keys.back().get(), const_cast<MapNode**>(&pFirst));
+    }
+
+    // Every face looks for components in its box; a component keeps the smallest face that it is in.
+    std::vector<long> faceAround(outerWalks.size(), Outside);
+    std::vector<MapNode* const*> found;
+    const auto keep = [](void* pItem, void* pFound) {
+        static_cast<std::vector<MapNode* const*>*>(pFound)->push_back(static_cast<MapNode* const*>(pItem));
+    };
+    for (const Face& face : m_faces) {
+        const Walk& walk = m_walks[face.m_nOuterWalk];
+        GridPoint low = m_map.Start(m_sides[walk.m_nFirst]);
+        GridPoint high = low;
+        for (const GridPoint point : PointsOf(walk)) {
+            low = {std::min(low.x, point.x), std::min(low.y, point.y)};
+            high = {std::max(high.x, point.x), std::max(high.y, point.y)};
+        }
+        found.clear();
+        GEOSSTRtree_query_r(geos, pTree.get(), geos.NewLine(low, high).get(), keep, &found);
+        for (MapNode* const* pItem : found) {
+            const auto nComponent = static_cast<std::size_t>(pItem - m_map.m_firstNodes.data());
+            if (nComponent == m_map.ComponentOf(ArcOf(m_sides[walk.m_nFirst]))) continue;
+            long& nAround = faceAround[nComponent];
+            const bool bSmaller = nAround == Outside ||
+                                  face.m_nTwiceArea < m_faces[static_cast<std::size_t>(nAround)].m_nTwiceArea;
+            if (bSmaller && Surrounds(walk, (*pItem)->m_point)) nAround = walk.m_nFace;
+        }
+    }
+    for (std::size_t i = 0; i < outerWalks.size(); ++i) {
+        if (faceAround[i] != Outside) MakeHole(outerWalks[i], faceAround[i]);
+    }
+    std::sort(m_holes.begin(), m_holes.end(), [](const Hole& a, const Hole& b) {
+        return a.m_nFace != b.m_nFace ? a.m_nFace < b.m_nFace : a.m_nWalk < b.m_nWalk;
+    });
+}
+
+/// The walk around the outside of each component.
+std::vector<unsigned int> FaceMap::OuterWalks() const {
+    std::vector<unsigned int> outerWalks(m_map.m_firstNodes.size(), NoWalk);
+    for (unsigned int i = 0; i < m_walks.size(); ++i) {
+        if (m_walks[i].m_nTwiceArea > 0) continue;
+        unsigned int& nOuter = outerWalks[m_map.ComponentOf(ArcOf(m_sides[m_walks[i].m_nFirst]))];
+        if (nOuter != NoWalk) throw std::logic_error("the map is not plane: a component has two outsides");
+        nOuter = i;
+    }
+    if (std::find(outerWalks.begin(), outerWalks.end(), NoWalk) != outerWalks.end()) {
+        throw std::logic_error("the map is not plane: a component has no outside");
+    }
+    return outerWalks;
+}
+
+void FaceMap::MakeHole(unsigned int nWalk, long nFace) {
+    m_holes.push_back({nFace, nWalk});
+    m_walks[nWalk].m_nFace = nFace;
+    m_faces[static_cast<std::size_t>(nFace)].m_nTwiceArea += m_walks[nWalk].m_nTwiceArea;
+}
+
+/// Whether a point that is not on the walk lies inside it: a ray to the right of the point meets the walk an
+/// odd number of times.
+bool FaceMap::Surrounds(const Walk& walk, GridPoint point) const {
+    bool bInside = false;
+    for (unsigned int n = walk.m_nFirst; n < walk.m_nFirst + walk.m_nLength; ++n) {
+        const GridPoint from = m_map.Start(m_sides[n]);
+        const GridPoint to = m_map.End(m_sides[n]);
+        if ((from.y > point.y) == (to.y > point.y)) continue;
+        const bool bUp = to.y > from.y;
+        if ((Cross(from, to, point) > 0) == bUp) bInside = !bInside;
+    }
+    return bInside;
+}
+
+EulerCount FaceMap::CountForEuler() const {
+    const std::vector<unsigned int>& componentOf = m_map.m_componentOfNode;
+    return {static_cast<long>(componentOf.size()) -
+                std::count(componentOf.begin(), componentOf.end(), PlaneMap::NoComponent),
+            std::count(m_map.m_isDeadEnd.begin(), m_map.m_isDeadEnd.end(), false),
+            static_cast<long>(m_walks.size()), static_cast<long>(m_map.m_firstNodes.size())};
+}
+
+std::vector<std::pair<long, long>> FaceMap::Neighbours() const {
+    std::vector<std::pair<long, long>> pairs;
+    for (Side nSide = 0; nSide < m_walkOfSide.size(); nSide += 2) {
+        const long nLeft = FaceOf(nSide);
+        const long nRight = FaceOf(Opposite(nSide));
+        if (nLeft == Outside || nRight == Outside || nLeft == nRight) continue;
+        pairs.emplace_back(std::min(nLeft, nRight), std::max(nLeft, nRight));
+    }
+    std::sort(pairs.begin(), pairs.end());
+    pairs.erase(std::unique(pairs.begin(), pairs.end()), pairs.end());
+    return pairs;
+}
+
+long FaceMap::TwiceTotalArea() const {
+    long nTwiceArea = 0;
+    for (const Face& face : m_faces) nTwiceArea += face.m_nTwiceArea;
+    return nTwiceArea;
+}
+
+Line FaceMap::PointsOf(const Walk& walk) const {
+    Line points;
+    points.reserve(walk.m_nLength);
+    for (unsigned int n = walk.m_nFirst; n < walk.m_nFirst + walk.m_nLength; ++n) {
+        points.push_back(m_map.Start(m_sides[n]));
+    }
+    return points;
+}
+
+long FaceMap::FaceOf(Side nSide) const {
+    return m_walkOfSide[nSide] == NoWalk ? Outside : m_walks[m_walkOfSide[nSide]].m_nFace;
+}
+
+}  // namespace faces

@@ -1,0 +1,30 @@
+// Draws the faces of a map as SVG.
+#pragma once
+
+#include <string>
+
+#include "examples/faces/Faces.h"
+#include "examples/faces/MapReader.h"
+#include "examples/faces/RingMatch.h"
+
+namespace faces {
+
+struct Picture {
+    const BorderMap& m_map;
+    const FaceMap& m_faceMap;
+    const RingMatch& m_match;
+    std::string m_strTitle;
+    std::string m_strSubtitle;
+};
+
+/// The picture as the text of an SVG file, 1280 units wide: title, faces filled so that neighbours differ,
+/// borders, legend. A face shows its name when pointed at. The same map gives the same text.
+std::string DrawSvg(const Picture& picture);
+
+/// Text as it may stand in XML: markup escaped, and what is no character of XML replaced.
+std::string XmlText(const std::string& strText);
+
+/// 1234567 as 1,234,567.
+std::string WithCommas(long n);
+
+}  // namespace faces

@@ -1,0 +1,248 @@
+// tour: looks for the shortest closed tour through cities, with a genetic algorithm on the library's classes.
+//
+// What it is made of, one file each: the cities are read (TimeZones, TsplibFile) into an Instance; tours
+// breed and mutate (Tour) and are shortened (LocalSearch) generation by generation (Solver), on islands that
+// exchange their best tours if asked to (Migration, Islands); the result is written (TsplibFile) and drawn
+// (Picture).
+#include <CLI/CLI.hpp>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <optional>
+#include <stdexcept>
+
+#include "examples/faces/OutputFile.h"
+#include "examples/tour/Picture.h"
+#include "examples/tour/Solver.h"
+#include "examples/tour/TimeZones.h"
+#include "examples/tour/TsplibFile.h"
+#include "examples/tour/Watchers.h"
+
+namespace tour {
+namespace {
+
+struct Options {
+    std::string m_strInput;
+    std::string m_strPicture;
+    std::string m_strTourFile;
+    Settings m_settings;
+    std::optional<double> m_dTimeLimit;
+    bool m_bIslands = false;
+    bool m_bQuiet = false;
+};
+
+constexpr int ExitFailure = 1;
+constexpr int ExitUsage = 2;
+constexpr long UsualStagnation = 100;
+
+/// Goes with the name of the file that it is about.
+class NamedError : public std::runtime_error {
+public:
+    NamedError(const std::string& strFile, const std::string& strWhat)
+        : runtime_error(strFile + ": " + strWhat) {}
+};
+
+bool WouldReplace(const std::string& strInput, const std::string& strOutput) {
+    std::error_code error;
+    return std::filesystem::equivalent(strInput, strOutput, error);
+}
+
+/// The exit status if the program is to end here.
+std::optional<int> ReadCommandLine(int argc, char** argv, Options& options) {
+    CLI::App app("Looks for the shortest closed tour through cities.");
+    Settings& settings = options.m_settings;
+    const auto positive = CLI::Range(1L, 1000000000L);
+    app.add_option("instance", options.m_strInput,
+                   "a TSPLIB file; the cities of the system's time-zone table if not given");
+    app.add_option("-o,--output", options.m_strPicture, "the SVG picture to write; - for standard output");
+    app.add_option("--tour-out", options.m_strTourFile,
+                   "the tour file to write, in TSPLIB's format; - for standard output");
+    app.add_option("--generations", settings.m_nGenerations, "stop after so many generations")
+        ->check(CLI::Range(0L, 1000000000L));
+    app.add_option("--time-limit", options.m_dTimeLimit, "stop after so many seconds")
+        ->check(CLI::Range(0.0, 1e7));
+    app.add_option("--stagnation", settings.m_limits.m_nStagnation,
+                   "stop after so many generations without a shorter tour (" +
+                       std::to_string(UsualStagnation) + " if no other limit is given)")
+        ->check(positive);
+    app.add_option("--target", settings.m_limits.m_nTarget, "stop at a tour of this length or less");
+    app.add_option("--seed", settings.m_nSeed, "the same one gives the same tour, unless time decides")
+        ->capture_default_str();
+    app.add_option("--population", settings.m_nPopSize, "tours that survive a generation, over all islands")
+        ->check(CLI::Range(1L, 1000000L))
+        ->capture_default_str();
+    app.add_option("--mutation-rate", settings.m_nMutationRate,
+                   "mutants a generation, in percent of the population")
+        ->check(CLI::Range(0L, 10000L))
+        ->capture_default_str();
+    CLI::Option* pIslands =
+        app.add_flag("--islands", options.m_bIslands, "one population for each process of mpirun");
+    app.add_option("--migrate-every", settings.m_nMigrationInterval, "generations between migrations")
+        ->check(positive)
+        ->capture_default_str()
+        ->needs(pIslands);
+    app.add_option("--migrants", settings.m_nMigrants, "tours that migrate at a time")
+        ->check(CLI::Range(1L, 1000L))
+        ->capture_default_str()
+        ->needs(pIslands);
+    app.add_flag("-q,--quiet", options.m_bQuiet, "print nothing but errors");
+    app.set_version_flag("--version", std::string("tour ") + VEXABASE_VERSION);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& success) {
+        return app.exit(success);
+    } catch (const CLI::ParseError& error) {
+        std::cerr << "tour: " << error.what() << " (--help tells more)\n";
+        return ExitUsage;
+    }
+    if (!settings.m_nGenerations && !options.m_dTimeLimit && !settings.m_limits.m_nStagnation) {
+        settings.m_limits.m_nStagnation = UsualStagnation;
+    }
+    if (WouldReplace(options.m_strInput, options.m_strPicture) ||
+        WouldReplace(options.m_strInput, options.m_strTourFile) ||
+        (!options.m_strPicture.empty() && options.m_strPicture == options.m_strTourFile)) {
+        std::cerr << "tour: an output would replace the input or the other output (--help tells more)\n";
+        return ExitUsage;
+    }
+    if (options.m_bIslands && !Islands::AreBuilt()) {
+        std::cerr << "tour: --islands: this program was built without MPI\n";
+        return ExitFailure;
+    }
+    return std::nullopt;
+}
+
+std::string ReadText(const std::string& strFile) {
+    // A folder could be opened too.
+    std::ifstream file;
+    if (!std::filesystem::is_directory(strFile)) {
+        file.open(strFile, std::ios::binary);
+    }
+    std::string strText{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+    if (!file.is_open() || file.bad()) {
+        throw FileError("the file cannot be read");
+    }
+    return strText;
+}
+
+Instance ReadInstance(const Options& options) {
+    const std::string strFile = options.m_strInput.empty() ? TimeZoneTable : options.m_strInput;
+    try {
+        const std::string strText = ReadText(strFile);
+        return options.m_strInput.empty()
+                   ? ReadTimeZones(strText)
+                   : ReadTsplib(strText, std::filesystem::path(strFile).stem().string());
+    } catch (const FileError& error) {
+        throw NamedError(strFile, error.what());
+    }
+}
+
+/// So that a mistyped name is not found out after the work.
+void CheckFolder(const std::string& strFile) {
+    if (strFile.empty() || strFile == "-") {
+        return;
+    }
+    if (!std::filesystem::is_directory(std::filesystem::absolute(strFile).parent_path())) {
+        throw NamedError(strFile, "there is no such folder");
+    }
+}
+
+void Write(const std::string& strFile, const std::string& strText) {
+    try {
+        faces::WriteWhole(strFile, strText);
+    } catch (const std::runtime_error& error) {
+        throw NamedError(strFile, error.what());
+    }
+}
+
+std::string Seconds(std::chrono::duration<double> duration) {
+    char sz[32];
+    std::snprintf(sz, sizeof(sz), "%.1f s", duration.count());
+    return sz;
+}
+
+void WriteResults(const Options& options, const Instance& instance, const Result& result,
+                  const History& history) {
+    if (!options.m_strTourFile.empty()) {
+        Write(options.m_strTourFile, TsplibTour(instance, result.m_order));
+    }
+    if (!options.m_strPicture.empty()) {
+        const std::string strSubtitle = std::to_string(instance.Cities()) + " cities, a tour of length " +
+                                        std::to_string(result.m_nLength) + " after " +
+                                        std::to_string(result.m_nGenerations) + " generations";
+        const std::string strTitle =
+            options.m_strInput.empty() ? "A tour of the world's time zones" : instance.Name();
+        Write(options.m_strPicture,
+              DrawSvg({instance, result.m_order, history.m_generations, strTitle, strSubtitle}));
+    }
+}
+
+void FindAndWrite(Options& options, const Islands& islands) {
+    const auto begin = Limits::Clock::now();
+    if (options.m_dTimeLimit) {
+        options.m_settings.m_limits.m_deadline =
+            begin + std::chrono::duration_cast<Limits::Clock::duration>(
+                        std::chrono::duration<double>(*options.m_dTimeLimit));
+    }
+    CheckFolder(options.m_strPicture);
+    CheckFolder(options.m_strTourFile);
+    const Instance instance = ReadInstance(options);
+    const bool bFirst = islands.Rank() == 0;
+    History history;
+    const Result result = [&] {
+        const StatusLine line(bFirst && !options.m_bQuiet);
+        return Solve(instance, options.m_settings, islands);
+    }();
+    if (result.m_nRefused > 0) {
+        std::cerr << "tour: island " << islands.Rank() << " refused " << result.m_nRefused
+                  << " broken migrants\n";
+    }
+    if (!bFirst) {
+        return;
+    }
+    WriteResults(options, instance, result, history);
+    if (options.m_bQuiet) {
+        return;
+    }
+    std::ostream& out = options.m_strPicture == "-" || options.m_strTourFile == "-" ? std::cerr : std::cout;
+    out << instance.Name() << ": " << instance.Cities() << " cities, length " << result.m_nLength << ", "
+        << result.m_nGenerations << " generations, " << Seconds(Limits::Clock::now() - begin);
+    if (islands.Count() > 1) {
+        out << ", " << islands.Count() << " islands";
+    }
+    if (!(out << std::endl)) {
+        throw std::runtime_error("the result cannot be printed");
+    }
+}
+
+int Run(int argc, char** argv) {
+    Options options;
+    if (const auto exitStatus = ReadCommandLine(argc, argv, options)) {
+        return *exitStatus;
+    }
+    const Islands islands(argc, argv, options.m_bIslands);
+    try {
+        FindAndWrite(options, islands);
+    } catch (const std::exception& error) {
+        // What ends one island ends them all: one of them says so, before any leaves.
+        if (islands.Rank() == 0) {
+            std::cerr << "tour: " << error.what() << '\n';
+        }
+        return ExitFailure;
+    }
+    return EXIT_SUCCESS;
+}
+
+}  // namespace
+}  // namespace tour
+
+int main(int argc, char** argv) {
+    try {
+        return tour::Run(argc, argv);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "tour: %s\n", error.what());
+    }
+    return tour::ExitFailure;
+}

@@ -1,0 +1,188 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "FacesTestKit.h"
+#include "examples/faces/OutputFile.h"
+#include "examples/faces/SvgWriter.h"
+
+namespace faces {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+namespace fs = std::filesystem;
+
+TEST(FacesText, MarkupIsEscaped) {
+    EXPECT_EQ(XmlText("<a href=\"b\"> & c"), "&lt;a href=&quot;b&quot;&gt; &amp; c");
+}
+
+TEST(FacesText, WhatIsNoCharacterOfXmlIsReplaced) {
+    EXPECT_EQ(XmlText("a\x01z\n\xc3\xa9"), "a z \xc3\xa9");
+    EXPECT_EQ(XmlText("a\xff"), "a\xef\xbf\xbd");
+    EXPECT_EQ(XmlText("a\xef\xbf\xbf"), "a\xef\xbf\xbd");
+}
+
+TEST(FacesText, ThousandsAreSetOff) {
+    EXPECT_EQ(WithCommas(0), "0");
+    EXPECT_EQ(WithCommas(999), "999");
+    EXPECT_EQ(WithCommas(1000), "1,000");
+    EXPECT_EQ(WithCommas(1234567), "1,234,567");
+    EXPECT_EQ(WithCommas(-123), "-123");
+    EXPECT_EQ(WithCommas(-123456), "-123,456");
+}
+
+class FacesOutputFile : public testing::Test {
+protected:
+    FacesOutputFile() {
+        std::string strTemplate = (fs::temp_directory_path() / "faces-XXXXXX").string();
+        m_folder = ::mkdtemp(strTemplate.data());
+    }
+    ~FacesOutputFile() override { fs::remove_all(m_folder); }
+
+    static std::string Read(const fs::path& path) {
+        std::ifstream file(path);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    std::ptrdiff_t CountFiles() const {
+        return std::distance(fs::directory_iterator(m_folder), fs::directory_iterator());
+    }
+
+    fs::path m_folder;
+};
+
+TEST_F(FacesOutputFile, ANewFileHasTheTextAndTheUsualRights) {
+    const mode_t nMask = ::umask(027);
+
+    WriteWhole((m_folder / "a.svg").string(), "text");
+
+    ::umask(nMask);
+    EXPECT_EQ(Read(m_folder / "a.svg"), "text");
+    EXPECT_EQ(fs::status(m_folder / "a.svg").permissions(), static_cast<fs::perms>(0640));
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(FacesOutputFile, AnOldFileIsReplaced) {
+    std::ofstream(m_folder / "a.svg") << "something longer";
+
+    WriteWhole((m_folder / "a.svg").string(), "text");
+
+    EXPECT_EQ(Read(m_folder / "a.svg"), "text");
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(FacesOutputFile, ALinkStaysALink) {
+    std::ofstream(m_folder / "a.svg") << "old";
+    fs::create_symlink(m_folder / "a.svg", m_folder / "link.svg");
+
+    WriteWhole((m_folder / "link.svg").string(), "text");
+
+    EXPECT_TRUE(fs::is_symlink(m_folder / "link.svg"));
+    EXPECT_EQ(Read(m_folder / "a.svg"), "text");
+}
+
+TEST_F(FacesOutputFile, AMissingFolderIsAnError) {
+    EXPECT_THROW(WriteWhole((m_folder / "none" / "a.svg").string(), "text"), std::runtime_error);
+    EXPECT_EQ(CountFiles(), 0);
+}
+
+TEST_F(FacesOutputFile, AFolderInItsPlaceIsAnErrorAndStays) {
+    fs::create_directory(m_folder / "a.svg");
+
+    EXPECT_THROW(WriteWhole((m_folder / "a.svg").string(), "text"), std::runtime_error);
+
+    EXPECT_TRUE(fs::is_directory(m_folder / "a.svg"));
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(FacesOutputFile, ADeviceIsWrittenToAndNotReplaced) {
+    WriteWhole("/dev/null", "text");
+    EXPECT_THROW(WriteWhole("/dev/full", "text"), std::runtime_error);
+
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
+    EXPECT_TRUE(fs::is_character_file("/dev/full"));
+}
+
+/// The picture of segments on a grid as it is.
+std::string Draw(const TracedMap& traced, BorderMap map, bool bYUp = false) {
+    for (const Segment& segment : traced.m_segments) map.m_lines.push_back({segment.m_from, segment.m_to});
+    map.m_bYUp = bYUp;
+    RingMatch match;
+    match.m_areaOfFace.assign(traced.m_faces.m_faces.size(), RingMatch::NoArea);
+    for (std::size_t i = 0; i < map.m_areas.size(); ++i) match.m_areaOfFace[i] = static_cast<long>(i);
+    return DrawSvg({map, traced.m_faces, match, "A <title>", "a subtitle"});
+}
+
+TEST(FacesSvg, HasATitleASubtitleAndALegend) {
+    const std::string strSvg = Draw(TracedMap(Rings({Square(0, 1200)})), {});
+
+    EXPECT_THAT(strSvg, HasSubstr("<title>A &lt;title&gt;</title>"));
+    EXPECT_THAT(strSvg, HasSubstr(">A &lt;title&gt;</text>"));
+    EXPECT_THAT(strSvg, HasSubstr(">a subtitle</text>"));
+    EXPECT_THAT(strSvg, HasSubstr(">Outer border</text>"));
+    EXPECT_THAT(strSvg, Not(HasSubstr("Dead end")));
+    EXPECT_THAT(strSvg, Not(HasSubstr("Bridge")));
+    EXPECT_THAT(strSvg, Not(HasSubstr("without a name")));
+}
+
+TEST(FacesSvg, AFaceIsAClosedPathInStepsOfATwentiethOfAPixel) {
+    // 1200 cells wide and 600 high: a cell is a pixel.
+    const std::string strSvg = Draw(TracedMap(Rings({{{0, 0}, {1200, 0}, {1200, 600}, {0, 600}}})), {});
+
+    EXPECT_THAT(strSvg, HasSubstr("M800 14080l0-12000 24000 0 0 12000z"));
+}
+
+TEST(FacesSvg, UpwardsIsUpwardsWhereYGrowsThatWay) {
+    const TracedMap traced(Rings({{{0, 0}, {1200, 0}, {0, 600}}}));
+
+    EXPECT_THAT(Draw(traced, {}, false), HasSubstr("M800 14080l0-12000 24000 0z"));
+    EXPECT_THAT(Draw(traced, {}, true), HasSubstr("M800 2080l0 12000 24000 0z"));
+}
+
+TEST(FacesSvg, AHoleIsAPathWithinItsFacesPath) {
+    const std::string strSvg = Draw(TracedMap(Rings({Square(0, 100), Square(40, 60)})), {});
+
+    EXPECT_THAT(strSvg, testing::ContainsRegex("d=\"M[^\"]*zM[^\"]*z\"/>"));
+    EXPECT_THAT(strSvg, HasSubstr("fill-rule=\"evenodd\""));
+}
+
+TEST(FacesSvg, DeadEndsAndBridgesAreDrawnAndExplained) {
+    std::vector<Segment> segments = Rings({Square(0, 100), Square(200, 300)});
+    segments.insert(segments.end(), {{{100, 100}, {200, 200}}, {{300, 300}, {310, 310}}});
+
+    const std::string strSvg = Draw(TracedMap(segments), {});
+
+    EXPECT_THAT(strSvg, HasSubstr(">Dead end</text>"));
+    EXPECT_THAT(strSvg, HasSubstr(">Bridge</text>"));
+}
+
+TEST(FacesSvg, AFaceShowsItsNameOrIsGrey) {
+    BorderMap map;
+    map.m_areas.push_back({"this & that", {}});
+
+    const std::string strSvg = Draw(TracedMap(Rings({Square(0, 100), Square(200, 300)})), map);
+
+    EXPECT_THAT(strSvg, HasSubstr("<title>this &amp; that</title></path>"));
+    EXPECT_THAT(strSvg, HasSubstr(">Face without a name</text>"));
+}
+
+TEST(FacesSvg, AMapWithoutWidthOrHeightIsDrawnAsWell) {
+    EXPECT_THAT(Draw(TracedMap({{{5, 0}, {5, 9}}}), {}), Not(testing::ContainsRegex("nan|inf|-2147483648")));
+    EXPECT_THAT(Draw(TracedMap({{{0, 5}, {9, 5}}}), {}), Not(testing::ContainsRegex("nan|inf|-2147483648")));
+}
+
+TEST(FacesSvg, TheSameMapGivesTheSameBytes) {
+    const std::string strOne = Draw(TracedMap(RandomLattice(3, 20, 70)), {});
+    const std::string strOther = Draw(TracedMap(RandomLattice(3, 20, 70)), {});
+
+    EXPECT_EQ(strOne, strOther);
+}
+
+}  // namespace
+}  // namespace faces

@@ -1,0 +1,6 @@
+# Runs PROGRAM and fails unless it succeeds and prints exactly what the file EXPECTED holds.
+execute_process(COMMAND ${PROGRAM} OUTPUT_VARIABLE printed COMMAND_ERROR_IS_FATAL ANY)
+file(READ ${EXPECTED} expected)
+if(NOT printed STREQUAL expected)
+    message(FATAL_ERROR "printed:\n${printed}\nexpected:\n${expected}")
+endif()
