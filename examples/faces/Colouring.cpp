@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <stdexcept>
 
 namespace faces {
 namespace {
@@ -45,6 +46,19 @@ std::vector<std::size_t> FewestNeighboursFirst(const Neighbours& neighbours) {
 
 }  // namespace
 
+std::vector<std::pair<long, long>> PairsAcross(const std::vector<long>& faceOfSides) {
+    std::vector<std::pair<long, long>> pairs;
+    for (std::size_t i = 0; i + 1 < faceOfSides.size(); i += 2) {
+        const long nLeft = faceOfSides[i];
+        const long nRight = faceOfSides[i + 1];
+        if (nLeft < 0 || nRight < 0 || nLeft == nRight) continue;
+        pairs.emplace_back(std::min(nLeft, nRight), std::max(nLeft, nRight));
+    }
+    std::sort(pairs.begin(), pairs.end());
+    pairs.erase(std::unique(pairs.begin(), pairs.end()), pairs.end());
+    return pairs;
+}
+
 std::vector<int> ColourFaces(std::size_t nFaces, const std::vector<std::pair<long, long>>& pairs) {
     Neighbours neighbours(nFaces);
     for (const auto& [nA, nB] : pairs) {
@@ -65,6 +79,8 @@ std::vector<int> ColourFaces(std::size_t nFaces, const std::vector<std::pair<lon
         for (std::size_t n = 0; n < Colours; ++n) {
             if (!isTaken[n] && (nBest == Colours || used[n] < used[nBest])) nBest = n;
         }
+        if (nBest == Colours)
+            throw std::logic_error("the map is not plane: its faces need more than six colours");
         ++used[nBest];
         colours[*it] = static_cast<int>(nBest);
     }

@@ -5,6 +5,8 @@
 #include <stdexcept>
 
 #include "VexaBase/graph/KyGraphPath.h"
+#include "examples/faces/Colouring.h"
+#include "examples/faces/Events.h"
 #include "examples/faces/Geos.h"
 
 namespace faces {
@@ -25,8 +27,7 @@ void Prefetch(const MapArc* pArc) {
 
 }  // namespace
 
-FaceMap::FaceMap(const PlaneMap& map, const std::function<void(double)>& progress)
-    : m_map(map), m_walkOfSide(2 * map.m_arcs.size(), NoWalk) {
+FaceMap::FaceMap(const PlaneMap& map) : m_map(map), m_walkOfSide(2 * map.m_arcs.size(), NoWalk) {
     m_sides.reserve(m_walkOfSide.size());
     const EulerCount count = CountForEuler();
     const long nWalks = std::max(0L, 2 * count.m_nComponents - count.m_nNodes + count.m_nArcs);
@@ -38,8 +39,9 @@ FaceMap::FaceMap(const PlaneMap& map, const std::function<void(double)>& progres
         for (const int nDir : {KyGraphArc::Forward, KyGraphArc::Backward}) {
             if (m_walkOfSide[2 * i + static_cast<std::size_t>(nDir)] == NoWalk) Trace(*map.m_arcs[i], nDir);
         }
-        if (progress && i % ArcsAhead == 0) {
-            progress(static_cast<double>(i) / static_cast<double>(map.m_arcs.size()));
+        if (i % ArcsAhead == 0) {
+            double dDone = static_cast<double>(i) / static_cast<double>(map.m_arcs.size());
+            KySendEvent(PartDone, &dDone, PartMask);
         }
     }
 }
@@ -162,16 +164,9 @@ EulerCount FaceMap::CountForEuler() const {
 }
 
 std::vector<std::pair<long, long>> FaceMap::Neighbours() const {
-    std::vector<std::pair<long, long>> pairs;
-    for (Side nSide = 0; nSide < m_walkOfSide.size(); nSide += 2) {
-        const long nLeft = FaceOf(nSide);
-        const long nRight = FaceOf(Opposite(nSide));
-        if (nLeft == Outside || nRight == Outside || nLeft == nRight) continue;
-        pairs.emplace_back(std::min(nLeft, nRight), std::max(nLeft, nRight));
-    }
-    std::sort(pairs.begin(), pairs.end());
-    pairs.erase(std::unique(pairs.begin(), pairs.end()), pairs.end());
-    return pairs;
+    std::vector<long> faceOfSides(m_walkOfSide.size());
+    for (Side nSide = 0; nSide < faceOfSides.size(); ++nSide) faceOfSides[nSide] = FaceOf(nSide);
+    return PairsAcross(faceOfSides);
 }
 
 long FaceMap::TwiceTotalArea() const {

@@ -6,7 +6,6 @@
 // bounded face of another one is a hole of that face: its outer walk is part of the face's boundary.
 #pragma once
 
-#include <functional>
 #include <utility>
 #include <vector>
 
@@ -46,8 +45,8 @@ public:
 
     /// Traces every walk, from arcs that are no bridges. Requires pruned dead ends and marked bridges, and a
     /// map that lives as long. O(arcs). Throws std::logic_error if the map turns out not to be plane.
-    /// `progress` is told the part done, 0 to 1, now and then.
-    explicit FaceMap(const PlaneMap& map, const std::function<void(double)>& progress = {});
+    /// Sends PartDone now and then.
+    explicit FaceMap(const PlaneMap& map);
 
     /// Finds the innermost face around each component, and makes the component a hole of it.
     void LocateHoles();

@@ -85,6 +85,19 @@ void PrintLostRings(std::ostream& out, const std::vector<LostRing>& lost, bool b
     }
 }
 
+void PrintTimes(Table& table, const StageTimes& stages) {
+    double dTotal = 0;
+    for (const auto& [strStage, dTime] : stages) {
+        std::ostringstream time;
+        time << std::fixed << std::setprecision(1) << dTime << " ms";
+        table.Row(strStage.c_str(), time.str());
+        dTotal += dTime;
+    }
+    std::ostringstream total;
+    total << std::fixed << std::setprecision(1) << dTotal << " ms";
+    table.Row("in all", total.str());
+}
+
 }  // namespace
 
 void PrintReport(std::ostream& out, const std::string& strTitle, const Findings& findings, bool bVerbose) {
@@ -120,16 +133,21 @@ void PrintReport(std::ostream& out, const std::string& strTitle, const Findings&
                   "of " + WithCommas(findings.m_match.m_nRings));
         PrintLostRings(out, findings.m_match.m_lost, bVerbose);
     }
-    double dTotal = 0;
-    for (const auto& [strStage, dTime] : findings.m_stages) {
-        std::ostringstream time;
-        time << std::fixed << std::setprecision(1) << dTime << " ms";
-        table.Row(strStage.c_str(), time.str());
-        dTotal += dTime;
-    }
-    std::ostringstream total;
-    total << std::fixed << std::setprecision(1) << dTotal << " ms";
-    table.Row("in all", total.str());
+    PrintTimes(table, findings.m_stages);
+}
+
+void PrintSavedReport(std::ostream& out, const std::string& strTitle, const DrawnMap& map,
+                      const StageTimes& stages) {
+    Table table(out);
+    out << strTitle << '\n';
+    table.Row("nodes", static_cast<long>(map.m_points.size()));
+    table.Row("arcs", static_cast<long>(map.m_arcs.size()));
+    table.Row("components", map.m_nComponents);
+    table.Row("dead ends", map.CountArcs(ArcKind::DeadEnd));
+    table.Row("bridges", map.CountArcs(ArcKind::Bridge));
+    table.Row("bounded faces", static_cast<long>(map.m_faces.size()));
+    table.Row("holes", map.CountHoles());
+    PrintTimes(table, stages);
 }
 
 std::string Describe(const ChangedPlace& place, const Grid& grid) {

@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <limits>
-#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
 
 #include "examples/faces/Colouring.h"
+#include "examples/faces/Utf8.h"
 
 namespace faces {
 namespace {
@@ -38,20 +39,9 @@ std::string Number(double d) {
 /// From the grid to the page's units.
 class Projection {
 public:
-    explicit Projection(const BorderMap& map) : m_grid(map.m_grid) {
-        constexpr double infinity = std::numeric_limits<double>::infinity();
-        double dLowX = infinity;
-        double dLowY = infinity;
-        double dHighX = -infinity;
-        double dHighY = -infinity;
-        for (const Line& line : map.m_lines) {
-            for (const GridPoint point : line) {
-                dLowX = std::min(dLowX, m_grid.X(point));
-                dHighX = std::max(dHighX, m_grid.X(point));
-                dLowY = std::min(dLowY, m_grid.Y(point));
-                dHighY = std::max(dHighY, m_grid.Y(point));
-            }
-        }
+    explicit Projection(const DrawnMap& map) : m_grid(map.m_grid) {
+        const auto [dLowX, dHighX] = std::minmax({m_grid.X(map.m_low), m_grid.X(map.m_high)});
+        const auto [dLowY, dHighY] = std::minmax({m_grid.Y(map.m_low), m_grid.Y(map.m_high)});
         const double dWidth = dHighX - dLowX;
         const double dHeight = dHighY - dLowY;
         constexpr double maxWidth = PageWidth - 2 * Margin;
@@ -85,8 +75,7 @@ private:
 
 class SvgDrawing {
 public:
-    explicit SvgDrawing(const Picture& picture)
-        : m_picture(picture), m_faceMap(picture.m_faceMap), m_project(picture.m_map) {}
+    explicit SvgDrawing(const DrawnMap& map) : m_map(map), m_project(map) {}
 
     std::string Draw() {
         const double dLegendTop = MapTop + m_project.Height() + 28;
@@ -94,17 +83,17 @@ public:
         m_strSvg = "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 " + Number(PageWidth) + " " +
                    Number(dHeight) + "\" width=\"" + Number(PageWidth) + "\" height=\"" + Number(dHeight) +
                    "\" font-family=\"system-ui, 'Segoe UI', 'DejaVu Sans', sans-serif\">\n";
-        m_strSvg += "<title>" + XmlText(m_picture.m_strTitle) + "</title>\n";
+        m_strSvg += "<title>" + XmlText(m_map.m_strTitle) + "</title>\n";
         m_strSvg += std::string("<rect width=\"100%\" height=\"100%\" fill=\"") + Paper + "\"/>\n";
-        Text(Margin, 50, 28, Ink, m_picture.m_strTitle, " font-weight=\"600\"");
-        Text(Margin, 76, 15, FaintInk, m_picture.m_strSubtitle);
+        Text(Margin, 50, 28, Ink, m_map.m_strTitle, " font-weight=\"600\"");
+        Text(Margin, 76, 15, FaintInk, m_map.Subtitle());
 
         m_strSvg += "<g transform=\"scale(" + std::to_string(1.0 / UnitsAPixel) +
                     ")\" stroke-linejoin=\"round\" stroke-linecap=\"round\" fill-rule=\"evenodd\">\n";
         DrawFaces();
         DrawOuterBorder();
-        DrawLines(m_faceMap.m_map.m_isDeadEnd, DeadEndInk);
-        DrawLines(m_faceMap.m_map.m_isBridge, BridgeInk);
+        DrawLines(ArcKind::DeadEnd, DeadEndInk);
+        DrawLines(ArcKind::Bridge, BridgeInk);
         m_strSvg += "</g>\n";
         DrawLegend(dLegendTop);
         m_strSvg += "</svg>\n";
@@ -121,7 +110,7 @@ private:
 
     /// Thinner borders where there are many faces.
     double BorderWidth() const {
-        const auto nFaces = static_cast<double>(std::max<std::size_t>(m_faceMap.m_faces.size(), 1));
+        const auto nFaces = static_cast<double>(std::max<std::size_t>(m_map.m_faces.size(), 1));
         return std::clamp(30 / std::sqrt(nFaces), 0.4, 2.0);
     }
 
@@ -148,14 +137,14 @@ private:
         m_strSvg += std::to_string(n);
     }
 
-    void AppendRing(const Walk& walk) {
-        AppendPath(m_faceMap.PointsOf(walk));
+    void AppendRing(const DrawnWalk& walk) {
+        AppendPath(m_map.PointsOf(walk));
         m_strSvg += "z";
     }
 
     void DrawFaces() {
         std::vector<std::vector<std::size_t>> facesOfFill(Colours + 1);
-        const std::vector<int> colours = ColourFaces(m_faceMap.m_faces.size(), m_faceMap.Neighbours());
+        const std::vector<int> colours = ColourFaces(m_map.m_faces.size(), m_map.Neighbours());
         for (std::size_t i = 0; i < colours.size(); ++i) {
             facesOfFill[IsUnnamed(i) ? Colours : static_cast<std::size_t>(colours[i])].push_back(i);
         }
@@ -169,43 +158,39 @@ private:
         m_strSvg += "</g>\n";
     }
 
-    bool HasNames() const { return !m_picture.m_map.m_areas.empty(); }
+    bool HasNames() const { return !m_map.m_names.empty(); }
 
     bool IsUnnamed(std::size_t nFace) const {
-        return HasNames() && m_picture.m_match.m_areaOfFace[nFace] == RingMatch::NoArea;
+        return HasNames() && m_map.m_faces[nFace].m_nName == DrawnFace::NoName;
     }
 
     void DrawFace(std::size_t nFace) {
         m_strSvg += "<path d=\"";
-        AppendRing(m_faceMap.m_walks[m_faceMap.m_faces[nFace].m_nOuterWalk]);
-        const Hole key{static_cast<long>(nFace), 0};
-        const auto [itFirst, itLast] =
-            std::equal_range(m_faceMap.m_holes.begin(), m_faceMap.m_holes.end(), key,
-                             [](const Hole& a, const Hole& b) { return a.m_nFace < b.m_nFace; });
-        for (auto it = itFirst; it != itLast; ++it) AppendRing(m_faceMap.m_walks[it->m_nWalk]);
-        const long nArea = m_picture.m_match.m_areaOfFace[nFace];
-        if (nArea == RingMatch::NoArea) {
+        const DrawnFace& face = m_map.m_faces[nFace];
+        AppendRing(m_map.m_walks[face.m_nOuterWalk]);
+        for (const unsigned int nHole : face.m_holes) AppendRing(m_map.m_walks[nHole]);
+        if (face.m_nName == DrawnFace::NoName) {
             m_strSvg += "\"/>\n";
         } else {
-            const std::string& strName = m_picture.m_map.m_areas[static_cast<std::size_t>(nArea)].m_strName;
+            const std::string& strName = m_map.m_names[static_cast<std::size_t>(face.m_nName)];
             m_strSvg += "\"><title>" + XmlText(strName) + "</title></path>\n";
         }
     }
 
     void DrawOuterBorder() {
         m_strSvg += "<path fill=\"none\"" + Stroke(OuterBorder, 1.5 * BorderWidth()) + " d=\"";
-        for (const Walk& walk : m_faceMap.m_walks) {
-            if (walk.m_nFace == FaceMap::Outside) AppendRing(walk);
+        const std::vector<long> faceOfWalks = m_map.FaceOfWalks();
+        for (std::size_t i = 0; i < faceOfWalks.size(); ++i) {
+            if (faceOfWalks[i] == FaceMap::Outside) AppendRing(m_map.m_walks[i]);
         }
         m_strSvg += "\"/>\n";
     }
 
-    void DrawLines(const std::vector<bool>& isDrawn, const char* pszColour) {
-        if (std::find(isDrawn.begin(), isDrawn.end(), true) == isDrawn.end()) return;
+    void DrawLines(ArcKind kind, const char* pszColour) {
+        if (m_map.CountArcs(kind) == 0) return;
         m_strSvg += "<path fill=\"none\"" + Stroke(pszColour, 2 * BorderWidth()) + " d=\"";
-        for (std::size_t i = 0; i < isDrawn.size(); ++i) {
-            const Segment& segment = m_faceMap.m_map.m_segments[i];
-            if (isDrawn[i]) AppendPath({segment.m_from, segment.m_to});
+        for (const DrawnArc& arc : m_map.m_arcs) {
+            if (arc.m_kind == kind) AppendPath({m_map.m_points[arc.m_nFrom], m_map.m_points[arc.m_nTo]});
         }
         m_strSvg += "\"/>\n";
     }
@@ -229,41 +214,37 @@ private:
         for (const char* pszFill : Fills) swatch(pszFill);
         dX += 5;
         label("Faces; no two neighbours share a colour");
-        const std::vector<long>& areas = m_picture.m_match.m_areaOfFace;
-        if (HasNames() && std::find(areas.begin(), areas.end(), RingMatch::NoArea) != areas.end()) {
+        const auto isNamed = [](const DrawnFace& face) { return face.m_nName != DrawnFace::NoName; };
+        if (HasNames() && !std::all_of(m_map.m_faces.begin(), m_map.m_faces.end(), isNamed)) {
             swatch(UnnamedFill);
             dX += 5;
             label("Face without a name");
         }
         stroke(OuterBorder);
         label("Outer border");
-        DrawLegendLine(m_faceMap.m_map.m_isDeadEnd, DeadEndInk, "Dead end", stroke, label);
-        DrawLegendLine(m_faceMap.m_map.m_isBridge, BridgeInk, "Bridge", stroke, label);
+        DrawLegendLine(ArcKind::DeadEnd, DeadEndInk, "Dead end", stroke, label);
+        DrawLegendLine(ArcKind::Bridge, BridgeInk, "Bridge", stroke, label);
     }
 
     template <class Stroke, class Label>
-    void DrawLegendLine(const std::vector<bool>& isDrawn, const char* pszColour, const char* pszText,
-                        const Stroke& stroke, const Label& label) {
-        if (std::find(isDrawn.begin(), isDrawn.end(), true) == isDrawn.end()) return;
+    void DrawLegendLine(ArcKind kind, const char* pszColour, const char* pszText, const Stroke& stroke,
+                        const Label& label) {
+        if (m_map.CountArcs(kind) == 0) return;
         stroke(pszColour);
         label(pszText);
     }
 
-    const Picture& m_picture;
-    const FaceMap& m_faceMap;
+    const DrawnMap& m_map;
     Projection m_project;
     std::string m_strSvg;
 };
 
 }  // namespace
 
-std::string DrawSvg(const Picture& picture) { return SvgDrawing(picture).Draw(); }
+std::string DrawSvg(const DrawnMap& map) { return SvgDrawing(map).Draw(); }
 
 std::string XmlText(const std::string& strText) {
-    // The JSON writer knows how to replace what is no UTF-8.
-    using Json = nlohmann::json;
-    const auto strValid =
-        Json::parse(Json(strText).dump(-1, ' ', false, Json::error_handler_t::replace)).get<std::string>();
+    const std::string strValid = ValidUtf8(strText);
     std::string strXml;
     for (std::size_t i = 0; i < strValid.size(); ++i) {
         const char c = strValid[i];

@@ -3,23 +3,13 @@
 
 #include <string>
 
-#include "examples/faces/Faces.h"
-#include "examples/faces/MapReader.h"
-#include "examples/faces/RingMatch.h"
+#include "examples/faces/DrawnMap.h"
 
 namespace faces {
 
-struct Picture {
-    const BorderMap& m_map;
-    const FaceMap& m_faceMap;
-    const RingMatch& m_match;
-    std::string m_strTitle;
-    std::string m_strSubtitle;
-};
-
 /// The picture as the text of an SVG file, 1280 units wide: title, faces filled so that neighbours differ,
 /// borders, legend. A face shows its name when pointed at. The same map gives the same text.
-std::string DrawSvg(const Picture& picture);
+std::string DrawSvg(const DrawnMap& map);
 
 /// Text as it may stand in XML: markup escaped, and what is no character of XML replaced.
 std::string XmlText(const std::string& strText);

@@ -2,26 +2,40 @@
 //
 // The stages, one file each: read the lines (MapReader), make them plane (Noding), build the graph and set
 // apart what bounds no face (PlaneMap), trace the faces and put holes where they belong (Faces), find the
-// file's areas again among them (RingMatch), draw (Colouring, SvgWriter) and write (OutputFile).
+// file's areas again among them (RingMatch), keep what a picture needs (DrawnMap), save that or load it
+// instead of tracing (MapFile, over FileStream), draw (Colouring, SvgWriter) and write (OutputFile). They
+// tell of their progress by events (Events, Stages), which a bar and a log listen to (ProgressBar, StageLog).
 #include <CLI/CLI.hpp>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <iostream>
 #include <memory>
 #include <optional>
 #include <stdexcept>
+#include <string>
+#include <utility>
+#include <variant>
+#include <vector>
 
+#include "VexaBase/stream/KyDynArrayStream.h"
+#include "examples/faces/DrawnMap.h"
+#include "examples/faces/Events.h"
 #include "examples/faces/Faces.h"
+#include "examples/faces/FileError.h"
+#include "examples/faces/MapFile.h"
 #include "examples/faces/MapReader.h"
 #include "examples/faces/Noding.h"
 #include "examples/faces/OutputFile.h"
 #include "examples/faces/PlaneMap.h"
-#include "examples/faces/Progress.h"
+#include "examples/faces/ProgressBar.h"
 #include "examples/faces/Report.h"
 #include "examples/faces/RingMatch.h"
+#include "examples/faces/StageLog.h"
+#include "examples/faces/Stages.h"
 #include "examples/faces/SvgWriter.h"
+#include "examples/faces/Utf8.h"
 
 namespace faces {
 namespace {
@@ -29,22 +43,56 @@ namespace {
 struct Options {
     std::string m_strInput;
     std::string m_strOutput;
+    std::string m_strSave;
+    std::string m_strLog;
     std::string m_strTitle;
     std::string m_strYAxis = "auto";
     ReadOptions m_read;
     bool m_bStrict = false;
     bool m_bVerbose = false;
     bool m_bQuiet = false;
+    bool m_bList = false;
 };
 
 constexpr int ExitFailure = 1;
 constexpr int ExitUsage = 2;
 
+/// Whether writing the one file would replace the other.
+bool AreOneFile(const std::string& strA, const std::string& strB) {
+    std::error_code error;
+    if (std::filesystem::equivalent(strA, strB, error)) return std::filesystem::is_regular_file(strA, error);
+    const auto absolute = [&error](const std::string& strFile) {
+        return std::filesystem::weakly_canonical(std::filesystem::absolute(strFile), error);
+    };
+    return !std::filesystem::exists(strA, error) && absolute(strA) == absolute(strB);
+}
+
+/// What is wrong with the choice of files; empty if nothing is.
+std::string ClashOfFiles(const Options& options) {
+    if (options.m_strSave == "-") return "--save: the map cannot go to standard output";
+    if (options.m_strLog == "-") return "--log: the log cannot go to standard output";
+    std::vector<std::string> files;
+    for (const std::string& strFile : {options.m_strOutput, options.m_strSave, options.m_strLog}) {
+        if (strFile.empty() || strFile == "-") continue;
+        if (AreOneFile(options.m_strInput, strFile)) return strFile + ": the output would replace the map";
+        for (const std::string& strOther : files) {
+            if (AreOneFile(strOther, strFile)) return strFile + ": two outputs would go there";
+        }
+        files.push_back(strFile);
+    }
+    return "";
+}
+
 /// The exit status if the program is to end here.
 std::optional<int> ReadCommandLine(int argc, char** argv, Options& options) {
     CLI::App app("Traces every face of a map out of its bare border lines, and draws them.");
-    app.add_option("map", options.m_strInput, "a TopoJSON or GeoJSON file; - for standard input")->required();
+    app.add_option("map", options.m_strInput,
+                   "a TopoJSON or GeoJSON file, or one that --save wrote; - for standard input")
+        ->required();
     app.add_option("-o,--output", options.m_strOutput, "the SVG file to write; - for standard output");
+    app.add_option("--save", options.m_strSave,
+                   "the file to write the traced map to, from which it can be drawn again (*.vxb)");
+    app.add_option("--log", options.m_strLog, "the file to write the stages to, with their times");
     app.add_option("--title", options.m_strTitle, "the picture's title (the file's name if not given)");
     app.add_option("--object", options.m_read.m_strObject,
                    "of a TopoJSON file, take this object's lines and areas only");
@@ -59,7 +107,11 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Options& options) {
     app.add_flag("--strict", options.m_bStrict, "fail if borders cross or overlap, instead of noding them");
     CLI::Option* pVerbose =
         app.add_flag("-v,--verbose", options.m_bVerbose, "list every place that noding changed");
-    app.add_flag("-q,--quiet", options.m_bQuiet, "print nothing but errors")->excludes(pVerbose);
+    CLI::Option* pQuiet =
+        app.add_flag("-q,--quiet", options.m_bQuiet, "print nothing but errors")->excludes(pVerbose);
+    app.add_flag("--list", options.m_bList, "print the names of the areas in order, and no report")
+        ->excludes(pVerbose)
+        ->excludes(pQuiet);
     app.set_version_flag("--version", std::string("faces ") + VEXABASE_VERSION);
     try {
         app.parse(argc, argv);
@@ -69,10 +121,8 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Options& options) {
         std::cerr << "faces: " << error.what() << " (--help tells more)\n";
         return ExitUsage;
     }
-    std::error_code error;
-    if (std::filesystem::equivalent(options.m_strInput, options.m_strOutput, error)) {
-        std::cerr << "faces: " << options.m_strOutput
-                  << ": the output would replace the map (--help tells more)\n";
+    if (const std::string strClash = ClashOfFiles(options); !strClash.empty()) {
+        std::cerr << "faces: " << strClash << " (--help tells more)\n";
         return ExitUsage;
     }
     return std::nullopt;
@@ -82,25 +132,6 @@ std::string NameOfInput(const Options& options) {
     return options.m_strInput == "-" ? "standard input" : options.m_strInput;
 }
 
-/// Runs the stages one by one, shows them in the progress bar and takes their times.
-class Stages {
-public:
-    Stages(bool bShown, int nStages) : m_progress(bShown, nStages) {}
-
-    template <class Work>
-    auto Run(const char* pszStage, const Work& work) {
-        m_progress.Next(pszStage);
-        const auto begin = std::chrono::steady_clock::now();
-        auto result = work();
-        const std::chrono::duration<double, std::milli> taken = std::chrono::steady_clock::now() - begin;
-        m_times.emplace_back(pszStage, taken.count());
-        return result;
-    }
-
-    Progress m_progress;
-    std::vector<std::pair<std::string, double>> m_times;
-};
-
 void RefuseCrossings(const std::vector<ChangedPlace>& places, const Grid& grid) {
     for (const ChangedPlace& place : places) {
         const bool bPlane = place.m_kind != ChangeKind::Crossing && place.m_kind != ChangeKind::Overlap;
@@ -108,33 +139,73 @@ void RefuseCrossings(const std::vector<ChangedPlace>& places, const Grid& grid) 
     }
 }
 
-/// What is wrong with a file, named.
-class FileError : public std::runtime_error {
-public:
-    FileError(const std::string& strFile, const std::string& strReason)
-        : runtime_error(strFile + ": " + strReason) {}
-};
-
-void WriteOutput(const std::string& strFile, const std::string& strText) {
+/// Writes to a file, whose name it puts into what goes wrong.
+template <class Write>
+void WriteOutput(const std::string& strFile, const Write& write) {
     try {
-        WriteWhole(strFile, strText);
+        write();
     } catch (const std::exception& error) {
         throw FileError(strFile == "-" ? "standard output" : strFile, error.what());
     }
 }
 
-std::string Subtitle(const FaceMap& faceMap, const PlaneMap& plane) {
-    return WithCommas(static_cast<long>(faceMap.m_faces.size())) + " faces, traced out of " +
-           WithCommas(static_cast<long>(plane.m_arcs.size())) + " border segments between " +
-           WithCommas(static_cast<long>(plane.m_nodes.size())) + " points in " +
-           WithCommas(static_cast<long>(plane.m_firstNodes.size())) + " components";
+using Source = std::variant<BorderMap, DrawnMap>;
+
+DrawnMap LoadSaved(const Options& options, const std::function<DrawnMap()>& load) {
+    DrawnMap map = load();
+    const bool bTraced =
+        !options.m_bStrict && options.m_read.m_nGrid == 0 && options.m_read.m_strObject.empty();
+    if (!bTraced) throw MapError("the map is traced already: --strict, --grid and --object come too late");
+    return map;
 }
 
-void TraceAndDraw(const Options& options) {
-    const bool bDraw = !options.m_strOutput.empty();
-    Stages stages(!options.m_bQuiet, bDraw ? 8 : 7);
+Source ReadSource(const Options& options) {
+    if (options.m_strInput != "-" && IsMapFile(options.m_strInput))
+        return LoadSaved(options, [&] { return LoadMapFile(options.m_strInput); });
+    std::string strText = ReadText(options.m_strInput);
+    if (strText.compare(0, MapFileMagic.size(), MapFileMagic) != 0) return ReadMap(strText, options.m_read);
+    return LoadSaved(options, [&] {  // a pipe has no positions to move to
+        KyDynArrayStream stream;
+        stream.Write(strText.data(), static_cast<long>(strText.size()));
+        return LoadMap(stream);
+    });
+}
 
-    BorderMap map = stages.Run("read", [&] { return ReadMap(ReadText(options.m_strInput), options.m_read); });
+std::string TitleOf(const Options& options) {
+    return !options.m_strTitle.empty() ? options.m_strTitle
+                                       : std::filesystem::path(NameOfInput(options)).filename().string();
+}
+
+std::ostream& ReportStream(const Options& options) {
+    return options.m_strOutput == "-" ? std::cerr : std::cout;
+}
+
+/// What is done with a map whose faces are known, before the report.
+void WriteOutputs(const Options& options, const DrawnMap& map, Stages& stages) {
+    if (!options.m_strSave.empty()) {
+        stages.Run("save", [&] {
+            WriteOutput(options.m_strSave, [&] { SaveMapFile(map, options.m_strSave); });
+            return true;
+        });
+    }
+    if (options.m_strOutput.empty()) return;
+    const std::string strSvg = stages.Run("draw", [&] { return DrawSvg(map); });
+    WriteOutput(options.m_strOutput, [&] { WriteWhole(options.m_strOutput, strSvg); });
+}
+
+/// Prints the list of names if that is wanted; otherwise the report, if that is.
+void Print(const Options& options, const DrawnMap& map,
+           const std::function<void(std::ostream&)>& printReport) {
+    std::ostream& out = ReportStream(options);
+    if (options.m_bList) {
+        for (const std::string& strName : SortedAsLabels(map.m_names)) out << strName << '\n';
+    } else if (!options.m_bQuiet) {
+        printReport(out);
+    }
+    if (!out.flush()) throw FileError("standard output", "cannot be written");
+}
+
+void TraceAndDraw(const Options& options, BorderMap map, Stages& stages) {
     if (options.m_strYAxis != "auto") map.m_bYUp = options.m_strYAxis == "up";
     const DistinctSegments distinct = SegmentsOf(map.m_lines);
     if (distinct.m_segments.empty()) throw MapError("the map is empty: all its lines collapse on the grid");
@@ -147,41 +218,56 @@ void TraceAndDraw(const Options& options) {
         const long nPruned = pPlane->PruneDeadEnds();
         return std::pair(nPruned, pPlane->MarkBridges());
     });
-    FaceMap faceMap = stages.Run(
-        "trace", [&] { return FaceMap(*pPlane, [&](double dDone) { stages.m_progress.Show(dDone); }); });
+    FaceMap faceMap = stages.Run("trace", [&] { return FaceMap(*pPlane); });
     stages.Run("locate holes", [&] { return faceMap.LocateHoles(), true; });
     if (!faceMap.CountForEuler().Holds())
         throw MapError("Euler's formula does not hold: the map is not plane");
     const RingMatch match = stages.Run("match rings", [&] { return MatchRings(map, noded, faceMap); });
 
-    const std::string strName = NameOfInput(options);
-    if (bDraw) {
-        const std::string strTitle = !options.m_strTitle.empty()
-                                         ? options.m_strTitle
-                                         : std::filesystem::path(strName).filename().string();
-        const std::string strSvg = stages.Run("draw", [&] {
-            return DrawSvg({map, faceMap, match, strTitle, Subtitle(faceMap, *pPlane)});
-        });
-        WriteOutput(options.m_strOutput, strSvg);
-    }
-    stages.m_progress.Clear();
-    if (options.m_bQuiet) return;
-    std::ostream& out = options.m_strOutput == "-" ? std::cerr : std::cout;
-    PrintReport(out, strName,
-                {map, distinct, noded, places, *pPlane, faceMap, match, nDeadEnds, nBridges, stages.m_times},
-                options.m_bVerbose);
-    if (!out.flush()) throw FileError("standard output", "cannot be written");
+    const DrawnMap drawn(map, faceMap, match, TitleOf(options));
+    WriteOutputs(options, drawn, stages);
+    KySendEvent(WorkEnds, nullptr, StageMask);
+    // Structured bindings cannot be captured.
+    const Findings findings{map,     distinct, noded,     places,   *pPlane,
+                            faceMap, match,    nDeadEnds, nBridges, stages.m_times};
+    Print(options, drawn,
+          [&](std::ostream& out) { PrintReport(out, NameOfInput(options), findings, options.m_bVerbose); });
+}
+
+void DrawSaved(const Options& options, DrawnMap map, Stages& stages) {
+    if (options.m_strYAxis != "auto") map.m_bYUp = options.m_strYAxis == "up";
+    if (!options.m_strTitle.empty()) map.m_strTitle = ValidUtf8(options.m_strTitle);
+    WriteOutputs(options, map, stages);
+    KySendEvent(WorkEnds, nullptr, StageMask);
+    Print(options, map,
+          [&](std::ostream& out) { PrintSavedReport(out, NameOfInput(options), map, stages.m_times); });
+}
+
+void Work(const Options& options) {
+    constexpr int stagesToSource = 1;
+    constexpr int stagesToFaces = 7;
+    const int nOutputs = (options.m_strOutput.empty() ? 0 : 1) + (options.m_strSave.empty() ? 0 : 1);
+    Stages stages(stagesToFaces + nOutputs);
+    Source source = stages.Run("read", [&] { return ReadSource(options); });
+    if (auto* pMap = std::get_if<BorderMap>(&source)) return TraceAndDraw(options, std::move(*pMap), stages);
+    stages.m_nStages = stagesToSource + nOutputs;
+    DrawSaved(options, std::move(std::get<DrawnMap>(source)), stages);
 }
 
 int Run(int argc, char** argv) {
     Options options;
     if (const auto exitStatus = ReadCommandLine(argc, argv, options)) return *exitStatus;
+    std::optional<StageLog> log;
+    if (!options.m_strLog.empty()) log.emplace(options.m_strLog);
+    const ProgressBar bar(!options.m_bQuiet);
     try {
-        TraceAndDraw(options);
-    } catch (const FileError&) {
-        throw;
+        Work(options);
     } catch (const std::exception& error) {
-        throw FileError(NameOfInput(options), error.what());
+        std::string strReason = error.what();
+        if (dynamic_cast<const FileError*>(&error) == nullptr)
+            strReason = FileError(NameOfInput(options), strReason).what();
+        KySendEvent(WorkFails, const_cast<char*>(strReason.c_str()), StageMask);
+        throw std::runtime_error(strReason);
     }
     return EXIT_SUCCESS;
 }

@@ -100,7 +100,10 @@ TEST_F(FacesCommandLine, AWrongCommandLineIsToldInOneLineWithStatusTwo) {
     for (const char* pszArguments :
          {"", "--no-such-option map.json", "map.json another.json", "map.json -o", "map.json --grid 0",
           "map.json --grid x", "map.json --grid 999999999", "map.json --y sideways",
-          "map.json --quiet --verbose", "map.json -o map.json", "map.json -o ./map.json"}) {
+          "map.json --quiet --verbose", "map.json --quiet --list", "map.json --verbose --list",
+          "map.json -o map.json", "map.json -o ./map.json", "map.json --save map.json",
+          "map.json --log map.json", "map.json -o a --save ./a", "map.json --save a --log a",
+          "map.json --save -", "map.json --log -"}) {
         const Outcome outcome = Run(pszArguments);
 
         EXPECT_EQ(outcome.m_nExit, 2) << pszArguments;
@@ -381,6 +384,144 @@ TEST_F(FacesCommandLine, TheTitleIsGivenOrTheFilesName) {
 
     EXPECT_THAT(ReadWork("a.svg"), HasSubstr("<title>map.json</title>"));
     EXPECT_THAT(ReadWork("b.svg"), HasSubstr("<title>Fish &amp; chips</title>"));
+}
+
+TEST_F(FacesCommandLine, AListHasTheNamesInTheOrderOfLabelsAndNothingElse) {
+    const Outcome outcome = Run("'" FACES_WARDS "' --list");
+
+    EXPECT_EQ(outcome.m_nExit, 0);
+    EXPECT_EQ(outcome.m_strOut, "Ward 9\nWard 10\n\xc3\x8ele\n");
+    EXPECT_THAT(outcome.m_strErr, IsEmpty());
+    EXPECT_EQ(Run("'" FACES_SAVED_WARDS "' --list").m_strOut, outcome.m_strOut);
+    EXPECT_EQ(Run("'" FACES_WARDS "' --list -o -").m_strErr, outcome.m_strOut);
+}
+
+TEST_F(FacesCommandLine, AListThatCannotBeWrittenIsAnError) {
+    const Outcome outcome = Run("'" FACES_WARDS "' --list >/dev/full");
+
+    EXPECT_EQ(outcome.m_nExit, 1);
+    EXPECT_THAT(outcome.m_strErr, HasSubstr("standard output"));
+}
+
+TEST_F(FacesCommandLine, TheLogHasEveryStageWithItsTime) {
+    EXPECT_EQ(Run("'" FACES_WARDS "' -q -o a.svg --save a.vxb --log log").m_nExit, 0);
+
+    const std::string strLog = ReadWork("log");
+    std::string strExpected;
+    for (const char* pszStage :
+         {"read", "node", "build", "prune", "trace", "locate holes", "match rings", "save", "draw"}) {
+        strExpected += "\\[ *[0-9]+\\.[0-9] ms\\] " + std::string(pszStage) +
+                       " begins\n\\[ *[0-9]+\\.[0-9] ms\\] " + pszStage + " ends after [0-9]+\\.[0-9] ms\n";
+    }
+    EXPECT_THAT(strLog, testing::MatchesRegex(strExpected + "\\[ *[0-9]+\\.[0-9] ms\\] done\n"));
+}
+
+TEST_F(FacesCommandLine, TheLogEndsWithTheReasonOfAFailure) {
+    Write("map.json", cross);
+
+    const Outcome outcome = Run("map.json --strict --log log");
+
+    EXPECT_EQ(outcome.m_nExit, 1);
+    EXPECT_THAT(outcome.m_strErr, IsOneLineAbout("map.json", "crossing at (5, 5)"));
+    EXPECT_THAT(ReadWork("log"),
+                AllOf(HasSubstr(" ms] failed: map.json: "), EndsWith("crossing at (5, 5)\n")));
+}
+
+TEST_F(FacesCommandLine, ALogThatCannotBeWrittenIsToldInOneLineAndNothingIsDone) {
+    const struct {
+        const char* m_pszLog;
+        const char* m_pszReason;
+    } cases[] = {{"none/log", "No such file or directory"},
+                 {".", "Is a directory"},
+                 {"/dev/full", "No space left on device"}};
+    for (const auto& [pszLog, pszReason] : cases) {
+        const Outcome outcome = Run(std::string("'" FACES_WARDS "' -o a.svg --log ") + pszLog);
+
+        EXPECT_EQ(outcome.m_nExit, 1) << pszLog;
+        EXPECT_THAT(outcome.m_strErr, IsOneLineAbout(pszLog, pszReason));
+        EXPECT_THAT(outcome.m_strOut, IsEmpty());
+        EXPECT_EQ(CountFiles(), 0) << pszLog;
+    }
+}
+
+TEST_F(FacesCommandLine, ASavedMapIsTheSameOnEveryRunAndDrawsTheSamePicture) {
+    EXPECT_EQ(Run("'" FACES_WARDS "' --grid 450 -q --save a.vxb -o a.svg").m_nExit, 0);
+    EXPECT_EQ(ReadWork("a.vxb"), Read(FACES_SAVED_WARDS));
+
+    const Outcome outcome = Run("a.vxb -o b.svg --save b.vxb");
+    EXPECT_EQ(outcome.m_nExit, 0);
+    EXPECT_THAT(outcome.m_strOut, StartsWith("a.vxb\n"));
+    EXPECT_THAT(outcome.m_strOut, Row("nodes", "15"));
+    EXPECT_THAT(outcome.m_strOut, Row("bounded faces", "4"));
+    EXPECT_THAT(outcome.m_strOut, Row("holes", "1"));
+    EXPECT_THAT(outcome.m_strOut, Not(HasSubstr("trace"))) << "it is not traced again";
+    EXPECT_EQ(ReadWork("b.svg"), ReadWork("a.svg"));
+    EXPECT_EQ(ReadWork("b.vxb"), ReadWork("a.vxb"));
+    EXPECT_EQ(CountFiles(), 4);
+}
+
+TEST_F(FacesCommandLine, TheSavedCountyMapDrawsTheSamePicture) {
+    EXPECT_EQ(Run("'" FACES_COUNTY_MAP "' -q --save counties -o a.svg").m_nExit, 0);
+    EXPECT_EQ(Run("counties -q -o b.svg").m_nExit, 0) << "known by its magic";
+    EXPECT_EQ(Run("- -q -o c.svg <counties").m_nExit, 0);
+
+    EXPECT_EQ(ReadWork("b.svg"), ReadWork("a.svg"));
+    EXPECT_EQ(ReadWork("c.svg"), ReadWork("a.svg"));
+}
+
+TEST_F(FacesCommandLine, ASavedMapTakesAnotherTitleAndAnotherDirectionOfY) {
+    EXPECT_EQ(Run("'" FACES_WARDS "' --grid 450 -q -o a.svg --title Wards --y down").m_nExit, 0);
+    EXPECT_EQ(Run("'" FACES_SAVED_WARDS "' -q -o b.svg --title Wards --y down").m_nExit, 0);
+
+    EXPECT_EQ(ReadWork("b.svg"), ReadWork("a.svg"));
+}
+
+TEST_F(FacesCommandLine, ASavedMapIsNotTracedInAnotherWay) {
+    for (const char* pszOption : {"--strict", "--grid 9", "--object states"}) {
+        const Outcome outcome = Run(std::string("'" FACES_SAVED_WARDS "' ") + pszOption);
+
+        EXPECT_EQ(outcome.m_nExit, 1);
+        EXPECT_THAT(outcome.m_strErr, IsOneLineAbout(FACES_SAVED_WARDS, "traced already"));
+    }
+}
+
+TEST_F(FacesCommandLine, ABadSavedMapIsToldInOneLine) {
+    const std::string strGolden = Read(FACES_SAVED_WARDS);
+    std::string strNewer = strGolden;
+    strNewer[8] = 2;
+    const struct {
+        std::string m_strBytes;
+        const char* m_pszReason;
+    } cases[] = {{"", "truncated"},
+                 {strGolden.substr(0, 100), "truncated: 100 bytes of"},
+                 {square, "this is no map saved by faces"},
+                 {strNewer, "version 2, newer"},
+                 {strGolden + "x", "damaged"}};
+    for (const auto& [strBytes, pszReason] : cases) {
+        Write("map.vxb", strBytes);
+
+        const Outcome outcome = Run("map.vxb -o a.svg --save b.vxb");
+
+        EXPECT_EQ(outcome.m_nExit, 1);
+        EXPECT_THAT(outcome.m_strErr, IsOneLineAbout("map.vxb", pszReason));
+        EXPECT_THAT(outcome.m_strOut, IsEmpty());
+        EXPECT_EQ(CountFiles(), 1);
+    }
+}
+
+TEST_F(FacesCommandLine, AMapThatCannotBeSavedLeavesAnOldFileAsItWas) {
+    Write("old.vxb", "old");
+
+    const Outcome full = Run("'" FACES_COUNTY_MAP "' --save old.vxb", "trap '' XFSZ; ulimit -f 16; ");
+    EXPECT_EQ(full.m_nExit, 1);
+    EXPECT_THAT(full.m_strErr, IsOneLineAbout("old.vxb", "File too large"));
+    EXPECT_EQ(ReadWork("old.vxb"), "old");
+    EXPECT_EQ(CountFiles(), 1);
+
+    EXPECT_THAT(Run("'" FACES_WARDS "' --save none/a.vxb").m_strErr,
+                IsOneLineAbout("none/a.vxb", "No such file or directory"));
+    EXPECT_THAT(Run("'" FACES_WARDS "' --save /dev/full").m_strErr,
+                IsOneLineAbout("/dev/full", "No space left on device"));
 }
 
 }  // namespace

@@ -116,7 +116,7 @@ std::string Draw(const TracedMap& traced, BorderMap map, bool bYUp = false) {
     RingMatch match;
     match.m_areaOfFace.assign(traced.m_faces.m_faces.size(), RingMatch::NoArea);
     for (std::size_t i = 0; i < map.m_areas.size(); ++i) match.m_areaOfFace[i] = static_cast<long>(i);
-    return DrawSvg({map, traced.m_faces, match, "A <title>", "a subtitle"});
+    return DrawSvg(DrawnMap(map, traced.m_faces, match, "A <title>"));
 }
 
 TEST(FacesSvg, HasATitleASubtitleAndALegend) {
@@ -124,7 +124,9 @@ TEST(FacesSvg, HasATitleASubtitleAndALegend) {
 
     EXPECT_THAT(strSvg, HasSubstr("<title>A &lt;title&gt;</title>"));
     EXPECT_THAT(strSvg, HasSubstr(">A &lt;title&gt;</text>"));
-    EXPECT_THAT(strSvg, HasSubstr(">a subtitle</text>"));
+    EXPECT_THAT(
+        strSvg,
+        HasSubstr(">1 faces, traced out of 4 border segments between 4 points in 1 components</text>"));
     EXPECT_THAT(strSvg, HasSubstr(">Outer border</text>"));
     EXPECT_THAT(strSvg, Not(HasSubstr("Dead end")));
     EXPECT_THAT(strSvg, Not(HasSubstr("Bridge")));

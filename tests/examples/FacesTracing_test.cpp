@@ -6,6 +6,8 @@
 #include <set>
 
 #include "FacesTestKit.h"
+#include "VexaBase/event/KyScopedReactor.h"
+#include "examples/faces/Events.h"
 #include "examples/faces/Faces.h"
 #include "examples/faces/Geos.h"
 #include "examples/faces/MapReader.h"
@@ -162,10 +164,23 @@ TEST(FacesTracing, ProgressGrowsFromNothing) {
     PlaneMap map(segments);
     map.PruneDeadEnds();
     map.MarkBridges();
-    std::vector<double> told;
+    class Listener : public KyEventReactor {
+    public:
+        Listener() : KyEventReactor(PartMask) {}
 
-    const FaceMap faceMap(map, [&told](double dDone) { told.push_back(dDone); });
+        void React(const wchar_t* pszName, void* pData) override {
+            EXPECT_STREQ(pszName, PartDone);
+            m_told.push_back(*static_cast<double*>(pData));
+        }
 
+        std::vector<double> m_told;
+    };
+    Listener listener;
+    const KyScopedReactor listening(listener);
+
+    const FaceMap faceMap(map);
+
+    const std::vector<double>& told = listener.m_told;
     EXPECT_GT(told.size(), 1U);
     EXPECT_EQ(told.front(), 0);
     EXPECT_TRUE(std::is_sorted(told.begin(), told.end()));
