@@ -34,7 +34,8 @@ ArcKind KindOf(const PlaneMap& plane, std::size_t nArc) {
 
 }  // namespace
 
-DrawnMap::DrawnMap(const BorderMap& map, const FaceMap& faceMap, const RingMatch& match, std::string strTitle)
+DrawnMap::DrawnMap(const BorderMap& map, const FaceMap& faceMap, const RingMatch& match,
+                   const std::string& strTitle)
     : m_strTitle(ValidUtf8(strTitle)),
       m_grid(map.m_grid),
       m_bYUp(map.m_bYUp),

@@ -39,7 +39,8 @@ struct DrawnMap {
     DrawnMap() = default;
 
     /// Requires located holes.
-    DrawnMap(const BorderMap& map, const FaceMap& faceMap, const RingMatch& match, std::string strTitle);
+    DrawnMap(const BorderMap& map, const FaceMap& faceMap, const RingMatch& match,
+             const std::string& strTitle);
 
     GridPoint Start(Side nSide) const;
     Line PointsOf(const DrawnWalk& walk) const;
