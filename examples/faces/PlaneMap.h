@@ -69,7 +69,8 @@ public:
 
     static constexpr unsigned int NoComponent = ~0U;
 
-    KyGraph m_graph;
+    // Elements are added in ascending order and never looked up, so the lists need hardly any index.
+    KyGraph m_graph{4096};
     const std::vector<Segment>& m_segments;  // segment i is arc i
     std::vector<MapNode*> m_nodes;           // ascending, as in the graph
     std::vector<MapArc*> m_arcs;             // ascending, as in the graph
