@@ -364,13 +364,13 @@ TEST_F(FacesCommandLine, AMapOfDeadEndsAloneHasNoFaces) {
 }
 
 TEST_F(FacesCommandLine, AProgressBarIsShownOnATerminalAndWipedOut) {
-    if (std::system("script -q -e -c true /dev/null >/dev/null 2>&1") != 0) {
+    if (std::system("script -q -e -c true /dev/null </dev/null >/dev/null 2>&1") != 0) {
         GTEST_SKIP() << "this system gives no pseudo-terminal (a root without /dev/pts)";
     }
     Write("map.json", square);
     const auto onATerminal = [this](const std::string& strArguments) {
         return Run("map.json " + strArguments, "script -q -e -c \"'" FACES_PROGRAM "' map.json " +
-                                                   strArguments + " >../report\" /dev/null; true ")
+                                                   strArguments + " >../report\" /dev/null </dev/null; true ")
             .m_strOut;
     };
 
