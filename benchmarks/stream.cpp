@@ -94,24 +94,7 @@ void Get(std::istream& stream, T& x) {
     stream.read(reinterpret_cast<char*>(&x), sizeof x);
 }
 
-void WriteStd(benchmark::State& state) {
-    for (auto _ : state) {
-        std::stringstream stream;
-        Record record;
-        for (record.id = 0; record.id < nRecords; ++record.id) {
-            Put(stream, record.kind);
-            Put(stream, record.marked);
-            Put(stream, record.layer);
-            Put(stream, record.id);
-            Put(stream, record.length);
-        }
-        benchmark::DoNotOptimize(stream.tellp());
-    }
-}
-BENCHMARK(WriteStd)->Name("stream/write records/std::stringstream");
-
-void ReadStd(benchmark::State& state) {
-    std::stringstream stream;
+void PutRecords(std::ostream& stream) {
     Record record;
     for (record.id = 0; record.id < nRecords; ++record.id) {
         Put(stream, record.kind);
@@ -120,6 +103,21 @@ void ReadStd(benchmark::State& state) {
         Put(stream, record.id);
         Put(stream, record.length);
     }
+}
+
+void WriteStd(benchmark::State& state) {
+    for (auto _ : state) {
+        std::stringstream stream;
+        PutRecords(stream);
+        benchmark::DoNotOptimize(stream.tellp());
+    }
+}
+BENCHMARK(WriteStd)->Name("stream/write records/std::stringstream");
+
+void ReadStd(benchmark::State& state) {
+    std::stringstream stream;
+    PutRecords(stream);
+    Record record;
     for (auto _ : state) {
         stream.seekg(0);
         long nSum = 0;
