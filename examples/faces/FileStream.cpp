@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "examples/faces/Descriptor.h"
+#include "examples/program/Descriptor.h"
 
 namespace faces {
 namespace {
@@ -17,7 +17,7 @@ long ReadAt(int nDescriptor, char* pTo, long nCount, long nPos) {
         const ssize_t n =
             ::pread(nDescriptor, pTo + nDone, static_cast<std::size_t>(nCount - nDone), nPos + nDone);
         if (n < 0 && errno == EINTR) continue;
-        if (n < 0) FailAsErrnoSays();
+        if (n < 0) program::FailAsErrnoSays();
         if (n == 0) break;
         nDone += n;
     }
@@ -29,7 +29,7 @@ void WriteAt(int nDescriptor, const char* pFrom, long nCount, long nPos) {
         const ssize_t n =
             ::pwrite(nDescriptor, pFrom + nDone, static_cast<std::size_t>(nCount - nDone), nPos + nDone);
         if (n < 0 && errno == EINTR) continue;
-        if (n < 0) FailAsErrnoSays();
+        if (n < 0) program::FailAsErrnoSays();
         nDone += n;
     }
 }
@@ -38,12 +38,12 @@ void WriteAt(int nDescriptor, const char* pFrom, long nCount, long nPos) {
 
 FileStream::FileStream(int nDescriptor) : m_nDescriptor(nDescriptor) {
     struct stat status {};
-    if (::fstat(nDescriptor, &status) != 0) FailAsErrnoSays();
+    if (::fstat(nDescriptor, &status) != 0) program::FailAsErrnoSays();
     m_nLength = status.st_size;
 }
 
 void FileStream::Reset() {
-    if (::ftruncate(m_nDescriptor, 0) != 0) FailAsErrnoSays();
+    if (::ftruncate(m_nDescriptor, 0) != 0) program::FailAsErrnoSays();
     m_strBlock.clear();
     m_bUnwritten = false;
     KyStream::Reset();

@@ -9,10 +9,10 @@
 #include <limits>
 #include <set>
 
-#include "examples/faces/Descriptor.h"
 #include "examples/faces/FileStream.h"
-#include "examples/faces/OutputFile.h"
 #include "examples/faces/Utf8.h"
+#include "examples/program/Descriptor.h"
+#include "examples/program/OutputFile.h"
 
 namespace faces {
 namespace {
@@ -316,13 +316,13 @@ bool IsMapFile(const std::string& strFile) {
 }
 
 DrawnMap LoadMapFile(const std::string& strFile) {
-    const Descriptor file(::open(strFile.c_str(), O_RDONLY | O_CLOEXEC));
+    const program::Descriptor file(::open(strFile.c_str(), O_RDONLY | O_CLOEXEC));
     FileStream stream(file.Get());
     return LoadMap(stream);
 }
 
 void SaveMapFile(const DrawnMap& map, const std::string& strFile) {
-    WriteWhole(strFile, [&map](int nDescriptor) {
+    program::WriteWhole(strFile, [&map](int nDescriptor) {
         FileStream stream(nDescriptor);
         SaveMap(map, stream);
         stream.Flush();

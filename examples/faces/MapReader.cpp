@@ -407,22 +407,6 @@ Line BorderMap::PointsOf(const Ring& ring) const {
     return points;
 }
 
-std::string ReadText(const std::string& strFile) {
-    if (strFile == "-") {
-        std::string strText(std::istreambuf_iterator<char>(std::cin), {});
-        if (std::cin.bad()) throw MapError("cannot be read");
-        return strText;
-    }
-    errno = 0;
-    std::ifstream file(strFile, std::ios::binary);
-    if (!file) throw MapError(errno != 0 ? std::strerror(errno) : "cannot be opened");
-    std::error_code error;
-    if (std::filesystem::is_directory(strFile, error)) throw MapError(std::strerror(EISDIR));
-    std::string strText(std::istreambuf_iterator<char>(file), {});
-    if (file.bad()) throw MapError("cannot be read");
-    return strText;
-}
-
 BorderMap ReadMap(const std::string& strText, const ReadOptions& options) {
     RawMap raw;
     try {

@@ -44,9 +44,6 @@ struct ReadOptions {
 
 constexpr int DefaultGrid = 1'000'000;
 
-/// The contents of a file, or of standard input for "-". Throws MapError.
-std::string ReadText(const std::string& strFile);
-
 /// Throws MapError.
 BorderMap ReadMap(const std::string& strText, const ReadOptions& options);
 

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <string_view>
 
-#include "examples/faces/FileError.h"
+#include "examples/program/FileError.h"
 
 namespace faces {
 namespace {
@@ -19,7 +19,7 @@ std::string WithOneDecimal(const char* pszFormat, double d) {
 
 int OpenAnew(const std::string& strFile) {
     const int nDescriptor = ::open(strFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    if (nDescriptor < 0) throw FileError(strFile, std::generic_category().message(errno));
+    if (nDescriptor < 0) throw program::FileError(strFile, std::generic_category().message(errno));
     return nDescriptor;
 }
 
@@ -50,7 +50,7 @@ void StageLog::WriteLine(const std::string& strText) {
         m_file.Write(WithOneDecimal("[%10.1f ms] ", since.count()) + strText + "\n");
     } catch (const std::exception& error) {
         m_bFailed = true;
-        throw FileError(m_strName, error.what());
+        throw program::FileError(m_strName, error.what());
     }
 }
 

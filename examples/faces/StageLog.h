@@ -9,8 +9,8 @@
 #include <string>
 
 #include "VexaBase/event/KyScopedReactor.h"
-#include "examples/faces/Descriptor.h"
 #include "examples/faces/Events.h"
+#include "examples/program/Descriptor.h"
 
 namespace faces {
 
@@ -25,7 +25,7 @@ private:
     void WriteLine(const std::string& strText);
 
     std::string m_strName;
-    Descriptor m_file;
+    program::Descriptor m_file;
     std::chrono::steady_clock::time_point m_begin = std::chrono::steady_clock::now();
     bool m_bFailed = false;  // nothing is written any more
     KyScopedReactor m_registration{*this};

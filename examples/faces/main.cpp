@@ -3,7 +3,7 @@
 // The stages, one file each: read the lines (MapReader), make them plane (Noding), build the graph and set
 // apart what bounds no face (PlaneMap), trace the faces and put holes where they belong (Faces), find the
 // file's areas again among them (RingMatch), keep what a picture needs (DrawnMap), save that or load it
-// instead of tracing (MapFile, over FileStream), draw (Colouring, SvgWriter) and write (OutputFile). They
+// instead of tracing (MapFile, over FileStream), draw (Colouring, SvgWriter). They
 // tell of their progress by events (Events, Stages), which a bar and a log listen to (ProgressBar, StageLog).
 #include <CLI/CLI.hpp>
 #include <cstdio>
@@ -23,11 +23,9 @@
 #include "examples/faces/DrawnMap.h"
 #include "examples/faces/Events.h"
 #include "examples/faces/Faces.h"
-#include "examples/faces/FileError.h"
 #include "examples/faces/MapFile.h"
 #include "examples/faces/MapReader.h"
 #include "examples/faces/Noding.h"
-#include "examples/faces/OutputFile.h"
 #include "examples/faces/PlaneMap.h"
 #include "examples/faces/ProgressBar.h"
 #include "examples/faces/Report.h"
@@ -36,60 +34,32 @@
 #include "examples/faces/Stages.h"
 #include "examples/faces/SvgWriter.h"
 #include "examples/faces/Utf8.h"
+#include "examples/program/CommandLine.h"
+#include "examples/program/FileError.h"
+#include "examples/program/InputFile.h"
+#include "examples/program/OutputFile.h"
 
 namespace faces {
 namespace {
 
-struct Options {
+struct Options : program::CommonOptions {
     std::string m_strInput;
-    std::string m_strOutput;
     std::string m_strSave;
     std::string m_strLog;
     std::string m_strTitle;
     std::string m_strYAxis = "auto";
     ReadOptions m_read;
     bool m_bStrict = false;
-    bool m_bVerbose = false;
-    bool m_bQuiet = false;
     bool m_bList = false;
 };
 
-constexpr int ExitFailure = 1;
-constexpr int ExitUsage = 2;
-
-/// Whether writing the one file would replace the other.
-bool AreOneFile(const std::string& strA, const std::string& strB) {
-    std::error_code error;
-    if (std::filesystem::equivalent(strA, strB, error)) return std::filesystem::is_regular_file(strA, error);
-    const auto absolute = [&error](const std::string& strFile) {
-        return std::filesystem::weakly_canonical(std::filesystem::absolute(strFile), error);
-    };
-    return !std::filesystem::exists(strA, error) && absolute(strA) == absolute(strB);
-}
-
-/// What is wrong with the choice of files; empty if nothing is.
-std::string ClashOfFiles(const Options& options) {
-    if (options.m_strSave == "-") return "--save: the map cannot go to standard output";
-    if (options.m_strLog == "-") return "--log: the log cannot go to standard output";
-    std::vector<std::string> files;
-    for (const std::string& strFile : {options.m_strOutput, options.m_strSave, options.m_strLog}) {
-        if (strFile.empty() || strFile == "-") continue;
-        if (AreOneFile(options.m_strInput, strFile)) return strFile + ": the output would replace the map";
-        for (const std::string& strOther : files) {
-            if (AreOneFile(strOther, strFile)) return strFile + ": two outputs would go there";
-        }
-        files.push_back(strFile);
-    }
-    return "";
-}
-
 /// The exit status if the program is to end here.
 std::optional<int> ReadCommandLine(int argc, char** argv, Options& options) {
-    CLI::App app("Traces every face of a map out of its bare border lines, and draws them.");
+    CLI::App app("Traces every face of a map out of its bare border lines, and draws them.", "faces");
     app.add_option("map", options.m_strInput,
                    "a TopoJSON or GeoJSON file, or one that --save wrote; - for standard input")
         ->required();
-    app.add_option("-o,--output", options.m_strOutput, "the SVG file to write; - for standard output");
+    program::AddCommonOptions(app, options, "the SVG file to write", "list every place that noding changed");
     app.add_option("--save", options.m_strSave,
                    "the file to write the traced map to, from which it can be drawn again (*.vxb)");
     app.add_option("--log", options.m_strLog, "the file to write the stages to, with their times");
@@ -105,47 +75,22 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Options& options) {
            "where y grows in the picture; auto is up for longitude and latitude, down for anything else")
         ->check(CLI::IsMember({"auto", "up", "down"}));
     app.add_flag("--strict", options.m_bStrict, "fail if borders cross or overlap, instead of noding them");
-    CLI::Option* pVerbose =
-        app.add_flag("-v,--verbose", options.m_bVerbose, "list every place that noding changed");
-    CLI::Option* pQuiet =
-        app.add_flag("-q,--quiet", options.m_bQuiet, "print nothing but errors")->excludes(pVerbose);
     app.add_flag("--list", options.m_bList, "print the names of the areas in order, and no report")
-        ->excludes(pVerbose)
-        ->excludes(pQuiet);
-    app.set_version_flag("--version", std::string("faces ") + VEXABASE_VERSION);
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::Success& success) {
-        return app.exit(success);
-    } catch (const CLI::ParseError& error) {
-        std::cerr << "faces: " << error.what() << " (--help tells more)\n";
-        return ExitUsage;
-    }
-    if (const std::string strClash = ClashOfFiles(options); !strClash.empty()) {
-        std::cerr << "faces: " << strClash << " (--help tells more)\n";
-        return ExitUsage;
-    }
-    return std::nullopt;
-}
-
-std::string NameOfInput(const Options& options) {
-    return options.m_strInput == "-" ? "standard input" : options.m_strInput;
+        ->excludes("--verbose")
+        ->excludes("--quiet");
+    return program::ReadCommandLine(app, argc, argv, [&options] {
+        if (options.m_strSave == "-")
+            throw CLI::ValidationError("--save: the map cannot go to standard output");
+        if (options.m_strLog == "-")
+            throw CLI::ValidationError("--log: the log cannot go to standard output");
+        program::CheckFiles({options.m_strInput}, {options.m_strOutput, options.m_strSave, options.m_strLog});
+    });
 }
 
 void RefuseCrossings(const std::vector<ChangedPlace>& places, const Grid& grid) {
     for (const ChangedPlace& place : places) {
         const bool bPlane = place.m_kind != ChangeKind::Crossing && place.m_kind != ChangeKind::Overlap;
         if (!bPlane) throw MapError("the borders are not plane: " + Describe(place, grid));
-    }
-}
-
-/// Writes to a file, whose name it puts into what goes wrong.
-template <class Write>
-void WriteOutput(const std::string& strFile, const Write& write) {
-    try {
-        write();
-    } catch (const std::exception& error) {
-        throw FileError(strFile == "-" ? "standard output" : strFile, error.what());
     }
 }
 
@@ -162,7 +107,7 @@ DrawnMap LoadSaved(const Options& options, const std::function<DrawnMap()>& load
 Source ReadSource(const Options& options) {
     if (options.m_strInput != "-" && IsMapFile(options.m_strInput))
         return LoadSaved(options, [&] { return LoadMapFile(options.m_strInput); });
-    std::string strText = ReadText(options.m_strInput);
+    std::string strText = program::ReadWhole(options.m_strInput);
     if (strText.compare(0, MapFileMagic.size(), MapFileMagic) != 0) return ReadMap(strText, options.m_read);
     return LoadSaved(options, [&] {  // a pipe has no positions to move to
         KyDynArrayStream stream;
@@ -172,8 +117,9 @@ Source ReadSource(const Options& options) {
 }
 
 std::string TitleOf(const Options& options) {
-    return !options.m_strTitle.empty() ? options.m_strTitle
-                                       : std::filesystem::path(NameOfInput(options)).filename().string();
+    return !options.m_strTitle.empty()
+               ? options.m_strTitle
+               : std::filesystem::path(program::NameOfInput(options.m_strInput)).filename().string();
 }
 
 std::ostream& ReportStream(const Options& options) {
@@ -184,13 +130,14 @@ std::ostream& ReportStream(const Options& options) {
 void WriteOutputs(const Options& options, const DrawnMap& map, Stages& stages) {
     if (!options.m_strSave.empty()) {
         stages.Run("save", [&] {
-            WriteOutput(options.m_strSave, [&] { SaveMapFile(map, options.m_strSave); });
+            program::About(options.m_strSave, [&] { SaveMapFile(map, options.m_strSave); });
             return true;
         });
     }
     if (options.m_strOutput.empty()) return;
     const std::string strSvg = stages.Run("draw", [&] { return DrawSvg(map); });
-    WriteOutput(options.m_strOutput, [&] { WriteWhole(options.m_strOutput, strSvg); });
+    program::About(program::NameOfOutput(options.m_strOutput),
+                   [&] { program::WriteWhole(options.m_strOutput, strSvg); });
 }
 
 /// Prints the list of names if that is wanted; otherwise the report, if that is.
@@ -202,7 +149,7 @@ void Print(const Options& options, const DrawnMap& map,
     } else if (!options.m_bQuiet) {
         printReport(out);
     }
-    if (!out.flush()) throw FileError("standard output", "cannot be written");
+    if (!out.flush()) throw program::FileError("standard output", "cannot be written");
 }
 
 void TraceAndDraw(const Options& options, BorderMap map, Stages& stages) {
@@ -230,8 +177,9 @@ void TraceAndDraw(const Options& options, BorderMap map, Stages& stages) {
     // Structured bindings cannot be captured.
     const Findings findings{map,     distinct, noded,     places,   *pPlane,
                             faceMap, match,    nDeadEnds, nBridges, stages.m_times};
-    Print(options, drawn,
-          [&](std::ostream& out) { PrintReport(out, NameOfInput(options), findings, options.m_bVerbose); });
+    Print(options, drawn, [&](std::ostream& out) {
+        PrintReport(out, program::NameOfInput(options.m_strInput), findings, options.m_bVerbose);
+    });
 }
 
 void DrawSaved(const Options& options, DrawnMap map, Stages& stages) {
@@ -239,8 +187,9 @@ void DrawSaved(const Options& options, DrawnMap map, Stages& stages) {
     if (!options.m_strTitle.empty()) map.m_strTitle = ValidUtf8(options.m_strTitle);
     WriteOutputs(options, map, stages);
     KySendEvent(WorkEnds, nullptr, StageMask);
-    Print(options, map,
-          [&](std::ostream& out) { PrintSavedReport(out, NameOfInput(options), map, stages.m_times); });
+    Print(options, map, [&](std::ostream& out) {
+        PrintSavedReport(out, program::NameOfInput(options.m_strInput), map, stages.m_times);
+    });
 }
 
 void Work(const Options& options) {
@@ -264,8 +213,8 @@ int Run(int argc, char** argv) {
         Work(options);
     } catch (const std::exception& error) {
         std::string strReason = error.what();
-        if (dynamic_cast<const FileError*>(&error) == nullptr)
-            strReason = FileError(NameOfInput(options), strReason).what();
+        if (dynamic_cast<const program::FileError*>(&error) == nullptr)
+            strReason = program::FileError(program::NameOfInput(options.m_strInput), strReason).what();
         KySendEvent(WorkFails, const_cast<char*>(strReason.c_str()), StageMask);
         throw std::runtime_error(strReason);
     }
@@ -276,10 +225,5 @@ int Run(int argc, char** argv) {
 }  // namespace faces
 
 int main(int argc, char** argv) {
-    try {
-        return faces::Run(argc, argv);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "faces: %s\n", error.what());
-    }
-    return faces::ExitFailure;
+    return program::Main("faces", [&] { return faces::Run(argc, argv); });
 }

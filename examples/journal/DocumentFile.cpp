@@ -1,12 +1,6 @@
 #include "examples/journal/DocumentFile.h"
 
-#include <cerrno>
-#include <fstream>
-#include <iterator>
-#include <system_error>
-
 #include "VexaBase/stream/KyDynArrayStreamEx.h"
-#include "examples/faces/OutputFile.h"
 #include "examples/journal/Bytes.h"
 #include "examples/journal/Text.h"
 
@@ -48,15 +42,6 @@ std::unique_ptr<Shape> ReadShape(ByteReader& reader) {
     shape->m_strColour = CheckedColour(reader.NextText("colour"), "colour");
     shape->ReadMeasures(reader);
     return shape;
-}
-
-std::string ReadFile(const std::string& strFile) {
-    errno = 0;
-    std::ifstream file(strFile, std::ios::binary);
-    std::string strBytes;
-    if (file) strBytes.assign(std::istreambuf_iterator<char>(file), {});
-    if (!file || errno != 0) throw std::system_error(errno, std::generic_category());
-    return strBytes;
 }
 
 }  // namespace
@@ -102,11 +87,5 @@ void ReadBytes(const std::string& strBytes, Document& document) {
                       " bytes behind the last shape");
     }
 }
-
-void WriteDocument(const std::string& strFile, const Document& document) {
-    faces::WriteWhole(strFile, BytesOf(document));
-}
-
-void ReadDocument(const std::string& strFile, Document& document) { ReadBytes(ReadFile(strFile), document); }
 
 }  // namespace journal

@@ -9,15 +9,10 @@
 
 namespace journal {
 
-void WriteDocument(const std::string& strFile, const Document& document);
-
-/// Reads a file into an empty document. Throws std::runtime_error with the reason if it cannot be read,
-/// Refusal if it is no drawing, is truncated or damaged, or holds a shape of a class or version that this
-/// program does not know.
-void ReadDocument(const std::string& strFile, Document& document);
-
-/// The same on bytes.
 std::string BytesOf(const Document& document);
+
+/// Reads a file's bytes into an empty document. Throws Refusal if they are no drawing, are truncated or damaged, or
+/// hold a shape of a class or version that this program does not know.
 void ReadBytes(const std::string& strBytes, Document& document);
 
 }  // namespace journal

@@ -58,13 +58,13 @@ Instance ReadTimeZones(const std::string& strText) {
         std::getline(columns, strCoordinates, '\t');
         const std::optional<Point> point = Coordinates(strCoordinates);
         if (!point) {
-            throw FileError("line " + std::to_string(nLine) +
-                            ": the second column is no pair of coordinates");
+            throw FormatError("line " + std::to_string(nLine) +
+                              ": the second column is no pair of coordinates");
         }
         points.push_back(*point);
     }
     if (points.empty()) {
-        throw FileError("there is no time zone");
+        throw FormatError("there is no time zone");
     }
     return {"time-zones", Metric::GreatCircle, std::move(points)};
 }

@@ -90,7 +90,7 @@ private:
     [[noreturn]] void Fail(const std::string& strWhat) const {
         const auto nLine =
             1 + std::count(m_strText.begin(), m_strText.begin() + static_cast<long>(m_nRead), '\n');
-        throw FileError("line " + std::to_string(nLine) + ": " + strWhat);
+        throw FormatError("line " + std::to_string(nLine) + ": " + strWhat);
     }
 
     /// The next line with something in it.
@@ -238,27 +238,27 @@ private:
 
     Instance Made() {
         if (m_nCities == 0) {
-            throw FileError("there is no DIMENSION");
+            throw FormatError("there is no DIMENSION");
         }
         if (m_strWeightType.empty()) {
-            throw FileError("there is no EDGE_WEIGHT_TYPE");
+            throw FormatError("there is no EDGE_WEIGHT_TYPE");
         }
         try {
             if (m_strWeightType == "EXPLICIT") {
                 if (m_matrix.empty()) {
-                    throw FileError("there is no EDGE_WEIGHT_SECTION");
+                    throw FormatError("there is no EDGE_WEIGHT_SECTION");
                 }
                 return {m_strName, m_nCities, std::move(m_matrix),
                         std::move(m_display.empty() ? m_points : m_display)};
             }
             if (m_points.empty()) {
-                throw FileError("there is no NODE_COORD_SECTION");
+                throw FormatError("there is no NODE_COORD_SECTION");
             }
             return {m_strName, Metrics.at(m_strWeightType), std::move(m_points)};
-        } catch (const FileError&) {
+        } catch (const FormatError&) {
             throw;
         } catch (const std::runtime_error& error) {
-            throw FileError(error.what());
+            throw FormatError(error.what());
         }
     }
 

@@ -10,14 +10,14 @@
 namespace tour {
 
 /// What is wrong with a file, in one line, led by the number of the line it was found in where there is one.
-class FileError : public std::runtime_error {
+class FormatError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
 /// Reads a symmetric instance (TYPE: TSP) with the weights EUC_2D, CEIL_2D, GEO or ATT, or an EXPLICIT
 /// matrix: full, upper or lower, by rows or by columns, with the diagonal or without. strName names what has
-/// no NAME. Throws FileError.
+/// no NAME. Throws FormatError.
 Instance ReadTsplib(const std::string& strText, const std::string& strName);
 
 /// A tour file (TYPE: TOUR) of the cities in this order. It begins with the first city and goes towards the

@@ -1,5 +1,4 @@
-// The program's ears on the event channel: one draws a line on the terminal, one keeps the history for the
-// picture.
+// The program's ears on the event channel: one keeps the history for the picture, the others tell of the progress.
 #pragma once
 
 #include <unistd.h>
@@ -22,6 +21,21 @@ public:
     }
 
     std::vector<Progress> m_generations;
+
+private:
+    KyScopedReactor m_registration{*this};
+};
+
+/// Tells of every generation in a line of its own on standard error.
+class Chronicle : public KyEventReactor {
+public:
+    Chronicle() : KyEventReactor(GenerationMask) {}
+
+    void React(const wchar_t*, void* pData) override {
+        const Progress& progress = *static_cast<Progress*>(pData);
+        std::fprintf(stderr, "generation %ld: best %ld, mean %.1f\n", progress.m_nGeneration,
+                     progress.m_nBest, progress.m_dMean);
+    }
 
 private:
     KyScopedReactor m_registration{*this};

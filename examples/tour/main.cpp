@@ -4,17 +4,19 @@
 // breed and mutate (Tour) and are shortened (LocalSearch) generation by generation (Solver), on islands that
 // exchange their best tours if asked to (Migration, Islands); the result is written (TsplibFile) and drawn
 // (Picture).
-#include <CLI/CLI.hpp>
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
 #include <optional>
 #include <stdexcept>
+#include <string>
 
-#include "examples/faces/OutputFile.h"
+#include "examples/program/CommandLine.h"
+#include "examples/program/FileError.h"
+#include "examples/program/InputFile.h"
+#include "examples/program/OutputFile.h"
 #include "examples/tour/Picture.h"
 #include "examples/tour/Solver.h"
 #include "examples/tour/TimeZones.h"
@@ -24,40 +26,26 @@
 namespace tour {
 namespace {
 
-struct Options {
+struct Options : program::CommonOptions {
     std::string m_strInput;
-    std::string m_strPicture;
     std::string m_strTourFile;
     Settings m_settings;
     std::optional<double> m_dTimeLimit;
     bool m_bIslands = false;
-    bool m_bQuiet = false;
 };
 
-constexpr int ExitFailure = 1;
-constexpr int ExitUsage = 2;
 constexpr long UsualStagnation = 100;
-
-/// Goes with the name of the file that it is about.
-class NamedError : public std::runtime_error {
-public:
-    NamedError(const std::string& strFile, const std::string& strWhat)
-        : runtime_error(strFile + ": " + strWhat) {}
-};
-
-bool WouldReplace(const std::string& strInput, const std::string& strOutput) {
-    std::error_code error;
-    return std::filesystem::equivalent(strInput, strOutput, error);
-}
 
 /// The exit status if the program is to end here.
 std::optional<int> ReadCommandLine(int argc, char** argv, Options& options) {
-    CLI::App app("Looks for the shortest closed tour through cities.");
+    CLI::App app("Looks for the shortest closed tour through cities.", "tour");
     Settings& settings = options.m_settings;
     const auto positive = CLI::Range(1L, 1000000000L);
-    app.add_option("instance", options.m_strInput,
-                   "a TSPLIB file; the cities of the system's time-zone table if not given");
-    app.add_option("-o,--output", options.m_strPicture, "the SVG picture to write; - for standard output");
+    app.add_option(
+        "instance", options.m_strInput,
+        "a TSPLIB file, - for standard input; the cities of the system's time-zone table if not given");
+    program::AddCommonOptions(app, options, "the SVG picture to write",
+                              "tell of every generation on standard error");
     app.add_option("--tour-out", options.m_strTourFile,
                    "the tour file to write, in TSPLIB's format; - for standard output");
     app.add_option("--generations", settings.m_nGenerations, "stop after so many generations")
@@ -88,55 +76,30 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Options& options) {
         ->check(CLI::Range(1L, 1000L))
         ->capture_default_str()
         ->needs(pIslands);
-    app.add_flag("-q,--quiet", options.m_bQuiet, "print nothing but errors");
-    app.set_version_flag("--version", std::string("tour ") + VEXABASE_VERSION);
-    try {
-        app.parse(argc, argv);
-    } catch (const CLI::Success& success) {
-        return app.exit(success);
-    } catch (const CLI::ParseError& error) {
-        std::cerr << "tour: " << error.what() << " (--help tells more)\n";
-        return ExitUsage;
+    const auto exitStatus = program::ReadCommandLine(app, argc, argv, [&options] {
+        program::CheckFiles({options.m_strInput}, {options.m_strOutput, options.m_strTourFile});
+    });
+    if (exitStatus) {
+        return exitStatus;
     }
     if (!settings.m_nGenerations && !options.m_dTimeLimit && !settings.m_limits.m_nStagnation) {
         settings.m_limits.m_nStagnation = UsualStagnation;
     }
-    if (WouldReplace(options.m_strInput, options.m_strPicture) ||
-        WouldReplace(options.m_strInput, options.m_strTourFile) ||
-        (!options.m_strPicture.empty() && options.m_strPicture == options.m_strTourFile)) {
-        std::cerr << "tour: an output would replace the input or the other output (--help tells more)\n";
-        return ExitUsage;
-    }
     if (options.m_bIslands && !Islands::AreBuilt()) {
-        std::cerr << "tour: --islands: this program was built without MPI\n";
-        return ExitFailure;
+        throw std::runtime_error("--islands: this program was built without MPI");
     }
     return std::nullopt;
 }
 
-std::string ReadText(const std::string& strFile) {
-    // A folder could be opened too.
-    std::ifstream file;
-    if (!std::filesystem::is_directory(strFile)) {
-        file.open(strFile, std::ios::binary);
-    }
-    std::string strText{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-    if (!file.is_open() || file.bad()) {
-        throw FileError("the file cannot be read");
-    }
-    return strText;
-}
-
 Instance ReadInstance(const Options& options) {
     const std::string strFile = options.m_strInput.empty() ? TimeZoneTable : options.m_strInput;
-    try {
-        const std::string strText = ReadText(strFile);
+    return program::About(program::NameOfInput(strFile), [&] {
+        const std::string strText = program::ReadWhole(strFile);
         return options.m_strInput.empty()
                    ? ReadTimeZones(strText)
-                   : ReadTsplib(strText, std::filesystem::path(strFile).stem().string());
-    } catch (const FileError& error) {
-        throw NamedError(strFile, error.what());
-    }
+                   : ReadTsplib(strText,
+                                std::filesystem::path(program::NameOfInput(strFile)).stem().string());
+    });
 }
 
 /// So that a mistyped name is not found out after the work.
@@ -145,16 +108,12 @@ void CheckFolder(const std::string& strFile) {
         return;
     }
     if (!std::filesystem::is_directory(std::filesystem::absolute(strFile).parent_path())) {
-        throw NamedError(strFile, "there is no such folder");
+        throw program::FileError(strFile, "there is no such folder");
     }
 }
 
 void Write(const std::string& strFile, const std::string& strText) {
-    try {
-        faces::WriteWhole(strFile, strText);
-    } catch (const std::runtime_error& error) {
-        throw NamedError(strFile, error.what());
-    }
+    program::About(program::NameOfOutput(strFile), [&] { program::WriteWhole(strFile, strText); });
 }
 
 std::string Seconds(std::chrono::duration<double> duration) {
@@ -168,13 +127,13 @@ void WriteResults(const Options& options, const Instance& instance, const Result
     if (!options.m_strTourFile.empty()) {
         Write(options.m_strTourFile, TsplibTour(instance, result.m_order));
     }
-    if (!options.m_strPicture.empty()) {
+    if (!options.m_strOutput.empty()) {
         const std::string strSubtitle = std::to_string(instance.Cities()) + " cities, a tour of length " +
                                         std::to_string(result.m_nLength) + " after " +
                                         std::to_string(result.m_nGenerations) + " generations";
         const std::string strTitle =
             options.m_strInput.empty() ? "A tour of the world's time zones" : instance.Name();
-        Write(options.m_strPicture,
+        Write(options.m_strOutput,
               DrawSvg({instance, result.m_order, history.m_generations, strTitle, strSubtitle}));
     }
 }
@@ -186,13 +145,17 @@ void FindAndWrite(Options& options, const Islands& islands) {
             begin + std::chrono::duration_cast<Limits::Clock::duration>(
                         std::chrono::duration<double>(*options.m_dTimeLimit));
     }
-    CheckFolder(options.m_strPicture);
+    CheckFolder(options.m_strOutput);
     CheckFolder(options.m_strTourFile);
     const Instance instance = ReadInstance(options);
     const bool bFirst = islands.Rank() == 0;
     History history;
     const Result result = [&] {
-        const StatusLine line(bFirst && !options.m_bQuiet);
+        const StatusLine line(bFirst && !options.m_bQuiet && !options.m_bVerbose);
+        std::optional<Chronicle> chronicle;
+        if (bFirst && options.m_bVerbose) {
+            chronicle.emplace();
+        }
         return Solve(instance, options.m_settings, islands);
     }();
     if (result.m_nRefused > 0) {
@@ -206,14 +169,14 @@ void FindAndWrite(Options& options, const Islands& islands) {
     if (options.m_bQuiet) {
         return;
     }
-    std::ostream& out = options.m_strPicture == "-" || options.m_strTourFile == "-" ? std::cerr : std::cout;
+    std::ostream& out = options.m_strOutput == "-" || options.m_strTourFile == "-" ? std::cerr : std::cout;
     out << instance.Name() << ": " << instance.Cities() << " cities, length " << result.m_nLength << ", "
         << result.m_nGenerations << " generations, " << Seconds(Limits::Clock::now() - begin);
     if (islands.Count() > 1) {
         out << ", " << islands.Count() << " islands";
     }
     if (!(out << std::endl)) {
-        throw std::runtime_error("the result cannot be printed");
+        throw program::FileError("standard output", "cannot be written");
     }
 }
 
@@ -230,7 +193,7 @@ int Run(int argc, char** argv) {
         if (islands.Rank() == 0) {
             std::cerr << "tour: " << error.what() << '\n';
         }
-        return ExitFailure;
+        return program::ExitFailure;
     }
     return EXIT_SUCCESS;
 }
@@ -239,10 +202,5 @@ int Run(int argc, char** argv) {
 }  // namespace tour
 
 int main(int argc, char** argv) {
-    try {
-        return tour::Run(argc, argv);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "tour: %s\n", error.what());
-    }
-    return tour::ExitFailure;
+    return program::Main("tour", [&] { return tour::Run(argc, argv); });
 }

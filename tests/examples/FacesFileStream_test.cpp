@@ -8,8 +8,8 @@
 #include <stdexcept>
 
 #include "VexaBase/stream/KyDynArrayStream.h"
-#include "examples/faces/Descriptor.h"
 #include "examples/faces/FileStream.h"
+#include "examples/program/Descriptor.h"
 
 namespace faces {
 namespace {
@@ -154,7 +154,7 @@ TEST(FacesFileStream, AMegabyteAtOnceAndByteByByteIsTheSame) {
 }
 
 TEST(FacesFileStream, AFullDiskIsAnErrorWithTheReason) {
-    const Descriptor full(::open("/dev/full", O_WRONLY));
+    const program::Descriptor full(::open("/dev/full", O_WRONLY));
     FileStream stream(full.Get());
 
     stream << 1L;

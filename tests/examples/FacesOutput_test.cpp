@@ -8,7 +8,6 @@
 #include <sstream>
 
 #include "FacesTestKit.h"
-#include "examples/faces/OutputFile.h"
 #include "examples/faces/SvgWriter.h"
 
 namespace faces {
@@ -16,8 +15,6 @@ namespace {
 
 using testing::HasSubstr;
 using testing::Not;
-
-namespace fs = std::filesystem;
 
 TEST(FacesText, MarkupIsEscaped) {
     EXPECT_EQ(XmlText("<a href=\"b\"> & c"), "&lt;a href=&quot;b&quot;&gt; &amp; c");
@@ -36,77 +33,6 @@ TEST(FacesText, ThousandsAreSetOff) {
     EXPECT_EQ(WithCommas(1234567), "1,234,567");
     EXPECT_EQ(WithCommas(-123), "-123");
     EXPECT_EQ(WithCommas(-123456), "-123,456");
-}
-
-class FacesOutputFile : public testing::Test {
-protected:
-    FacesOutputFile() {
-        std::string strTemplate = (fs::temp_directory_path() / "faces-XXXXXX").string();
-        m_folder = ::mkdtemp(strTemplate.data());
-    }
-    ~FacesOutputFile() override { fs::remove_all(m_folder); }
-
-    static std::string Read(const fs::path& path) {
-        std::ifstream file(path);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    std::ptrdiff_t CountFiles() const {
-        return std::distance(fs::directory_iterator(m_folder), fs::directory_iterator());
-    }
-
-    fs::path m_folder;
-};
-
-TEST_F(FacesOutputFile, ANewFileHasTheTextAndTheUsualRights) {
-    const mode_t nMask = ::umask(027);
-
-    WriteWhole((m_folder / "a.svg").string(), "text");
-
-    ::umask(nMask);
-    EXPECT_EQ(Read(m_folder / "a.svg"), "text");
-    EXPECT_EQ(fs::status(m_folder / "a.svg").permissions(), static_cast<fs::perms>(0640));
-    EXPECT_EQ(CountFiles(), 1);
-}
-
-TEST_F(FacesOutputFile, AnOldFileIsReplaced) {
-    std::ofstream(m_folder / "a.svg") << "something longer";
-
-    WriteWhole((m_folder / "a.svg").string(), "text");
-
-    EXPECT_EQ(Read(m_folder / "a.svg"), "text");
-    EXPECT_EQ(CountFiles(), 1);
-}
-
-TEST_F(FacesOutputFile, ALinkStaysALink) {
-    std::ofstream(m_folder / "a.svg") << "old";
-    fs::create_symlink(m_folder / "a.svg", m_folder / "link.svg");
-
-    WriteWhole((m_folder / "link.svg").string(), "text");
-
-    EXPECT_TRUE(fs::is_symlink(m_folder / "link.svg"));
-    EXPECT_EQ(Read(m_folder / "a.svg"), "text");
-}
-
-TEST_F(FacesOutputFile, AMissingFolderIsAnError) {
-    EXPECT_THROW(WriteWhole((m_folder / "none" / "a.svg").string(), "text"), std::runtime_error);
-    EXPECT_EQ(CountFiles(), 0);
-}
-
-TEST_F(FacesOutputFile, AFolderInItsPlaceIsAnErrorAndStays) {
-    fs::create_directory(m_folder / "a.svg");
-
-    EXPECT_THROW(WriteWhole((m_folder / "a.svg").string(), "text"), std::runtime_error);
-
-    EXPECT_TRUE(fs::is_directory(m_folder / "a.svg"));
-    EXPECT_EQ(CountFiles(), 1);
-}
-
-TEST_F(FacesOutputFile, ADeviceIsWrittenToAndNotReplaced) {
-    WriteWhole("/dev/null", "text");
-    EXPECT_THROW(WriteWhole("/dev/full", "text"), std::runtime_error);
-
-    EXPECT_TRUE(fs::is_character_file("/dev/null"));
-    EXPECT_TRUE(fs::is_character_file("/dev/full"));
 }
 
 /// The picture of segments on a grid as it is.

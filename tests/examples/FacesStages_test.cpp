@@ -9,9 +9,9 @@
 #include <stdexcept>
 
 #include "VexaBase/event/KyScopedReactor.h"
-#include "examples/faces/FileError.h"
 #include "examples/faces/StageLog.h"
 #include "examples/faces/Stages.h"
+#include "examples/program/FileError.h"
 
 namespace faces {
 namespace {
@@ -94,12 +94,12 @@ TEST(FacesStages, TheLogHasALineWithItsTimeForEachEvent) {
 }
 
 TEST(FacesStages, ALogThatCannotBeWrittenNamesItself) {
-    EXPECT_THROW(StageLog("/none/log"), FileError);
+    EXPECT_THROW(StageLog("/none/log"), program::FileError);
     StageLog log("/dev/full");
     try {
         Stages(1).Run("read", [] { return 0; });
         ADD_FAILURE() << "nothing was thrown";
-    } catch (const FileError& error) {
+    } catch (const program::FileError& error) {
         EXPECT_THAT(error.what(), HasSubstr("/dev/full: No space left on device"));
     }
     EXPECT_NO_THROW(Stages(1).Run("read", [] { return 0; })) << "said once";

@@ -12,6 +12,7 @@
 #include "examples/faces/Geos.h"
 #include "examples/faces/MapReader.h"
 #include "examples/faces/Noding.h"
+#include "examples/program/InputFile.h"
 
 namespace faces {
 namespace {
@@ -253,7 +254,7 @@ RC_GTEST_PROP(FacesTracing, EverySideLiesOnOneWalkAndWalksAreClosed, ()) {
 }
 
 TEST(FacesTracing, TheCountiesAreThePolygonsOfGeos) {
-    const BorderMap map = ReadMap(ReadText(FACES_COUNTY_MAP), {});
+    const BorderMap map = ReadMap(program::ReadWhole(FACES_COUNTY_MAP), {});
     const auto segments = NodeSegments(SegmentsOf(map.m_lines).m_segments).m_segments;
 
     const TracedMap traced(segments);

@@ -70,7 +70,7 @@ auto IsOneLineAbout(const std::string& strFile, const std::string& strReason) {
 TEST_F(JournalCommandLine, HelpAndVersionAreNoErrors) {
     const Outcome help = Run("--help");
     EXPECT_EQ(help.m_nExit, 0);
-    EXPECT_THAT(help.m_strOut, AllOf(HasSubstr("--open"), HasSubstr("--save"), HasSubstr("--svg")));
+    EXPECT_THAT(help.m_strOut, AllOf(HasSubstr("--open"), HasSubstr("--save"), HasSubstr("-o")));
 
     const Outcome version = Run("--version");
     EXPECT_EQ(version.m_nExit, 0);
@@ -121,13 +121,13 @@ TEST_F(JournalCommandLine, ASavedDrawingIsOpenedEditedAndSavedAgain) {
 TEST_F(JournalCommandLine, ThePictureIsWrittenToAFileOrToStandardOutput) {
     Write("script", "add Circle sun 1 2 3\n");
 
-    const Outcome toFile = Run("script --svg picture.svg");
+    const Outcome toFile = Run("script -o picture.svg");
     EXPECT_EQ(toFile.m_nExit, 0);
     EXPECT_THAT(ReadWork("picture.svg"),
                 AllOf(StartsWith("<svg "), HasSubstr("<circle "), EndsWith("</svg>\n")));
     EXPECT_THAT(toFile.m_strOut, HasSubstr("1 shape"));
 
-    const Outcome toOutput = Run("script --svg -");
+    const Outcome toOutput = Run("script -o -");
     EXPECT_EQ(toOutput.m_strOut, ReadWork("picture.svg"));
     EXPECT_THAT(toOutput.m_strErr, HasSubstr("1 shape"));
 }
@@ -147,9 +147,8 @@ TEST_F(JournalCommandLine, VerboseTellsOfEveryEditAndQuietOfNothing) {
 TEST_F(JournalCommandLine, AWrongCommandLineIsToldInOneLineWithStatusTwo) {
     Write("script", "add Circle sun 1 2 3\n");
     for (const char* pszArguments :
-         {"", "--svg picture.svg", "--no-such-option script", "script another", "script --save",
-          "script -q -v", "script --save script", "script --svg ./script", "script --save one --svg one",
-          "script --save - --svg -"}) {
+         {"", "-o picture.svg", "--no-such-option script", "script another", "script --save", "script -q -v",
+          "script --save script", "script -o ./script", "script --save one -o one", "script --save - -o -"}) {
         const Outcome outcome = Run(pszArguments);
 
         EXPECT_EQ(outcome.m_nExit, 2) << pszArguments;
@@ -166,7 +165,7 @@ TEST_F(JournalCommandLine, ABadScriptIsToldInOneLineAndNothingIsSavedOrDrawn) {
     Write("script", "add Circle sun 1 2 3\nadd Ellipse moon 1 2 3\n");
     Write("old", "old");
 
-    const Outcome outcome = Run("script --save old --svg new.svg");
+    const Outcome outcome = Run("script --save old -o new.svg");
 
     EXPECT_EQ(outcome.m_nExit, 1);
     EXPECT_THAT(outcome.m_strErr, IsOneLineAbout("script", "line 2: unknown class 'Ellipse'"));
@@ -187,7 +186,7 @@ TEST_F(JournalCommandLine, ATruncatedOrForeignDrawingIsToldInOneLine) {
     strUnknown.replace(strUnknown.find("Circle"), 6, "Circus");
     Write("unknown", strUnknown);
 
-    const Outcome cut = Run("--open cut --svg picture.svg");
+    const Outcome cut = Run("--open cut -o picture.svg");
     EXPECT_EQ(cut.m_nExit, 1);
     EXPECT_THAT(cut.m_strErr, IsOneLineAbout("cut", "shape 1 of 1: truncated: it ends in the radius"));
     EXPECT_THAT(cut.m_strOut, IsEmpty());
@@ -206,7 +205,7 @@ TEST_F(JournalCommandLine, AFileThatCannotBeReadOrWrittenIsNamedWithTheReason) {
         EXPECT_EQ(outcome.m_nExit, 1) << pszArguments;
         EXPECT_THAT(outcome.m_strErr, IsOneLineAbout("none", "No such file or directory")) << pszArguments;
     }
-    for (const char* pszArguments : {"folder", "--open folder", "- --save folder", "- --svg folder"}) {
+    for (const char* pszArguments : {"folder", "--open folder", "- --save folder", "- -o folder"}) {
         const Outcome outcome = Run(pszArguments);
         EXPECT_EQ(outcome.m_nExit, 1) << pszArguments;
         EXPECT_THAT(outcome.m_strErr, IsOneLineAbout("folder", "Is a directory")) << pszArguments;
@@ -221,7 +220,7 @@ TEST_F(JournalCommandLine, AFileThatCannotBeReadOrWrittenIsNamedWithTheReason) {
 }
 
 TEST_F(JournalCommandLine, TheExamplesOwnScriptDrawsItsHouse) {
-    const Outcome outcome = Run("'" JOURNAL_HOUSE "' --svg house.svg --save house");
+    const Outcome outcome = Run("'" JOURNAL_HOUSE "' -o house.svg --save house");
 
     EXPECT_EQ(outcome.m_nExit, 0) << outcome.m_strErr;
     EXPECT_THAT(outcome.m_strOut, EndsWith("9 shapes: 2 Circles, 1 Label, 2 Lines, 4 Rectangles\n"));

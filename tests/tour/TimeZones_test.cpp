@@ -37,7 +37,7 @@ TEST(TourTimeZones, SaysWhereATableIsBad) {
     const auto what = [](const char* pszText) {
         try {
             ReadTimeZones(pszText);
-        } catch (const FileError& error) {
+        } catch (const FormatError& error) {
             return std::string(error.what());
         }
         return std::string("fine");

@@ -137,7 +137,7 @@ TEST_F(TourCommandLine, RefusesBadFilesInOneLine) {
     for (const auto& [strFile, strWhat] :
          {std::pair("empty.tsp", "there is no DIMENSION"),
           std::pair("short.tsp", "line 4: the file ends where the number of a city should stand"),
-          std::pair("none.tsp", "the file cannot be read"), std::pair("folder", "the file cannot be read")}) {
+          std::pair("none.tsp", "No such file or directory"), std::pair("folder", "Is a directory")}) {
         const Outcome outcome = Run(std::string(strFile) + " --generations 1 -o a.svg");
 
         EXPECT_EQ(outcome.m_nExit, 1);
@@ -228,7 +228,7 @@ TEST_F(TourIslands, RefuseABadFileInOneLine) {
     const Outcome outcome = RunIslands(2, "none.tsp");
 
     // The launcher adds lines of its own, before or behind.
-    const std::string strLine = "tour: none.tsp: the file cannot be read\n";
+    const std::string strLine = "tour: none.tsp: No such file or directory\n";
     const std::size_t nAt = outcome.m_strErr.find(strLine);
     EXPECT_NE(outcome.m_nExit, 0);
     ASSERT_NE(nAt, std::string::npos) << outcome.m_strErr;

@@ -16,7 +16,7 @@ using testing::StartsWith;
 std::string WhatIsWrong(const std::string& strText) {
     try {
         ReadTsplib(strText, "");
-    } catch (const FileError& error) {
+    } catch (const FormatError& error) {
         return error.what();
     }
     return "nothing";

@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-namespace faces {
+namespace program {
 
 /// Writes to an open file of the operating system; throws std::runtime_error if it cannot.
 using FileWriter = std::function<void(int nDescriptor)>;
@@ -17,4 +17,9 @@ void WriteWhole(const std::string& strFile, const FileWriter& write);
 /// The same with a text.
 void WriteWhole(const std::string& strFile, const std::string& strText);
 
-}  // namespace faces
+/// What the file is called in a message.
+inline std::string NameOfOutput(const std::string& strFile) {
+    return strFile == "-" ? "standard output" : strFile;
+}
+
+}  // namespace program

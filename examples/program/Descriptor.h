@@ -9,7 +9,7 @@
 #include <string>
 #include <system_error>
 
-namespace faces {
+namespace program {
 
 /// Throws std::runtime_error with the reason for which the last call of the system failed.
 [[noreturn]] inline void FailAsErrnoSays() {
@@ -58,4 +58,4 @@ private:
     int m_nDescriptor;
 };
 
-}  // namespace faces
+}  // namespace program

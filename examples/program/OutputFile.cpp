@@ -1,4 +1,4 @@
-#include "examples/faces/OutputFile.h"
+#include "examples/program/OutputFile.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -8,9 +8,9 @@
 #include <filesystem>
 #include <system_error>
 
-#include "examples/faces/Descriptor.h"
+#include "examples/program/Descriptor.h"
 
-namespace faces {
+namespace program {
 namespace {
 
 void WriteBesideAndRename(const std::string& strTarget, const FileWriter& write) {
@@ -55,4 +55,4 @@ void WriteWhole(const std::string& strFile, const std::string& strText) {
     });
 }
 
-}  // namespace faces
+}  // namespace program
