@@ -52,7 +52,8 @@ public:
     /// The length of the closed tour through the cities in this order.
     long Length(const std::vector<int>& order) const;
 
-    /// The k nearest other cities of each city, nearest first, one city's behind the other's.
+    /// The k nearest other cities of each city, nearest first, one city's behind the other's. Requires k below the
+    /// number of cities.
     std::vector<int> Neighbours(int k) const;
 
 private:

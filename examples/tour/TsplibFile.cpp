@@ -56,7 +56,8 @@ std::string Trimmed(const std::string& str) {
 std::string Quoted(std::string str) {
     constexpr std::size_t longest = 40;
     if (str.size() > longest) {
-        str = str.substr(0, longest) + "...";
+        str.resize(longest);
+        str += "...";
     }
     std::replace_if(
         str.begin(), str.end(), [](char c) { return c >= 0 && c < ' '; }, '?');
