@@ -1,0 +1,10 @@
+# Runs PROGRAM and fails unless it aborts and writes what the file EXPECTED holds, line numbers apart.
+execute_process(COMMAND ${PROGRAM} RESULT_VARIABLE result ERROR_VARIABLE written)
+if(result STREQUAL "0")
+    message(FATAL_ERROR "the program did not stop")
+endif()
+string(REGEX REPLACE ":[0-9]+:" ":LINE:" written "${written}")
+file(READ ${EXPECTED} expected)
+if(NOT written STREQUAL expected)
+    message(FATAL_ERROR "written:\n${written}\nexpected:\n${expected}")
+endif()
