@@ -2,6 +2,7 @@
 // and the version. VEXABASE_VERSION, a string such as "1.2.3", and KY_CHECKED come from the build system.
 #pragma once
 
+/// Visible outside the shared library, which hides everything else.
 #define KY_API __attribute__((visibility("default")))
 
 #if defined(KY_CHECKED)

@@ -36,6 +36,7 @@ public:
         m_pData = block.release();
     }
 
+    /// A deep copy. O(length).
     KyArray(const KyArray& other) {
         std::unique_ptr<T[]> block = NewBlock(other.m_nLength);
         std::copy(other.begin(), other.end(), block.get());
@@ -43,9 +44,11 @@ public:
         m_pData = block.release();
     }
 
+    /// Takes other's block and leaves other empty. O(1).
     KyArray(KyArray&& other) noexcept
         : m_pData(std::exchange(other.m_pData, nullptr)), m_nLength(std::exchange(other.m_nLength, 0)) {}
 
+    /// A deep copy. When it cannot be made, this array stays as it was. O(length).
     KyArray& operator=(const KyArray& other) {
         if (this != &other) {
             KyArray copy(other);
@@ -54,6 +57,7 @@ public:
         return *this;
     }
 
+    /// Takes other's block and leaves other empty. O(1).
     KyArray& operator=(KyArray&& other) noexcept {
         KyArray moved(std::move(other));
         swap(moved);
@@ -83,6 +87,7 @@ public:
                  i, m_nLength);
         return m_pData[i];
     }
+    /// Element i. Requires 0 <= i < length.
     const T& operator[](long i) const {
         KY_CHECK(i >= 0 && i < m_nLength, "KyArray::operator[]", "index out of range (index %ld, length %ld)",
                  i, m_nLength);
@@ -91,10 +96,12 @@ public:
 
     long GetLength() const { return m_nLength; }
 
+    /// Exchanges the blocks. O(1).
     void swap(KyArray& other) noexcept {
         std::swap(m_pData, other.m_pData);
         std::swap(m_nLength, other.m_nLength);
     }
+    /// Exchanges the blocks. O(1).
     friend void swap(KyArray& a, KyArray& b) noexcept { a.swap(b); }
 
     iterator begin() { return m_pData; }

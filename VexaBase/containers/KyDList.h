@@ -17,12 +17,14 @@
 /// A doubly linked node. The element comes first, so its address is the node's.
 template <class T>
 struct KyDListNode : KyListNode<T> {
+    /// The preceding node.
     KyDListNode* m_pPre;
 };
 
 template <class T>
 class KY_API KyDList : public KyList<T> {
 public:
+    /// The type of every node, the sentinel included.
     using Node = KyDListNode<T>;
     using iterator = KyListIterator<T, Node>;
     using const_iterator = KyListIterator<const T, Node>;
@@ -163,10 +165,12 @@ public:
 protected:
     using typename KyList<T>::AroundSentinel;
 
+    /// An empty list closed by the given sentinel, for a derived class with a larger one.
     KyDList(AroundSentinel around, Node* pSentinel) : KyList<T>(around, pSentinel) {
         Link(pSentinel, pSentinel);
     }
 
+    /// The node before a node of this list.
     static KyListNode<T>* PreOf(KyListNode<T>* pNode) { return static_cast<Node*>(pNode)->m_pPre; }
 
     /// Makes b follow a, in both directions.

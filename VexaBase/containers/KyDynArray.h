@@ -229,6 +229,7 @@ public:
     long m_nGrowBy;        // spare elements taken beyond the length asked for when the block grows
 
 protected:
+    /// Whether the cursor designates an element.
     bool HasCurrent() const { return this->m_nCurIndex >= 0 && this->m_nCurIndex < this->m_nLength; }
 
     /// Replaces the block by one of n + m_nGrowBy elements. The capacity is raised first.

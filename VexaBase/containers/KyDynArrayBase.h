@@ -82,7 +82,9 @@ struct KyIsWrongComparison {
     struct IsPointer<U, std::void_t<decltype(+std::declval<U&>())>>
         : std::is_pointer<decltype(+std::declval<U&>())> {};
 
+    /// Whether F is a pointer at all, or turns into one.
     static constexpr bool bAnyPointer = IsPointer<F>::value || std::is_member_pointer_v<F>;
+    /// Whether F is a pointer, and to no comparison of the given types.
     static constexpr bool value = bAnyPointer && !(std::is_convertible_v<F, Comparisons> || ...);
 };
 
@@ -97,8 +99,10 @@ public:
     using reference = Element&;
 
     KyProtocolIterator() = default;
+    /// Stands at an element of the container; null is the end.
     KyProtocolIterator(const T* pContainer, Element* pElement)
         : m_pContainer(pContainer), m_pElement(pElement) {}
+    /// A const iterator is made from any other.
     template <class U, class = std::enable_if_t<!std::is_const_v<U> && std::is_same_v<const U, Element>>>
     KyProtocolIterator(const KyProtocolIterator<T, U>& other)
         : m_pContainer(other.m_pContainer), m_pElement(other.m_pElement) {}

@@ -26,7 +26,9 @@
 /// A list node. The element comes first, so its address is the node's.
 template <class T>
 struct KyListNode {
+    /// The element.
     T m_data;
+    /// The following node.
     KyListNode* m_pNext;
 };
 
@@ -42,7 +44,9 @@ public:
     using reference = T&;
 
     KyListIterator() = default;
+    /// Stands at a node; the sentinel is the end.
     explicit KyListIterator(KyListNode<value_type>* pNode) : m_pNode(pNode) {}
+    /// A const iterator is made from any other.
     template <class U, class = std::enable_if_t<!std::is_const_v<U> && std::is_same_v<const U, T>>>
     KyListIterator(const KyListIterator<U, Node>& other) : m_pNode(other.m_pNode) {}
 
@@ -92,6 +96,7 @@ private:
 template <class T>
 class KY_API KyList : public KyDynArrayBase<T> {
 public:
+    /// The type of every node, the sentinel included.
     using Node = KyListNode<T>;
     using iterator = KyListIterator<T, Node>;
     using const_iterator = KyListIterator<const T, Node>;
@@ -377,11 +382,15 @@ protected:
         pSentinel->m_pNext = pSentinel;
     }
 
+    /// A node's element; it has the node's address.
     static T* DataOf(Node* pNode) { return std::addressof(pNode->m_data); }
+    /// The node of an element of this list.
     static Node* NodeOf(const T* p) { return reinterpret_cast<Node*>(const_cast<T*>(p)); }
 
+    /// Whether i is the position of an element.
     bool IsPosition(long i) const { return i >= 0 && i < this->m_nLength; }
 
+    /// Puts the cursor on a node, of which the position is given.
     void SetCursor(Node* pNode, long nIndex) {
         m_pCurNode = pNode;
         this->m_nCurIndex = nIndex;
@@ -449,6 +458,7 @@ protected:
             this->MoveToNext();
         }
     }
+    /// The same, where nothing is to be handed over.
     template <class IsAfter>
     void InsertionSort(IsAfter isAfter) {
         InsertionSort(isAfter, [] {});

@@ -54,9 +54,12 @@ public:
     using iterator = typename List::iterator;
     using const_iterator = typename List::const_iterator;
 
+    /// A queue of at most nMaxLength entries; negative: unbounded.
     explicit KyQueneOver(long nMaxLength = -1) : KyQuene<T>(nMaxLength) {}
 
+    /// Empties the queue, as its list's Reset does. O(length).
     void Reset() override { m_list.Reset(); }
+    /// Number of entries. O(1).
     long GetLength() override { return m_list.GetLength(); }
 
     /// O(distance from the entry used last). A negative i gives the sentinel's slot, which is no entry.
@@ -68,6 +71,7 @@ public:
         return m_list[i];
     }
 
+    /// Copies the head into `out`; false, and `out` untouched, when the queue is empty. O(1).
     bool GetHeadData(T& out) override {
         if (this->GetLength() == 0) {
             return false;
@@ -77,6 +81,7 @@ public:
         return true;
     }
 
+    /// Copies the tail into `out`; false, and `out` untouched, when the queue is empty. O(1).
     bool GetTailData(T& out) override {
         if (this->GetLength() == 0) {
             return false;
@@ -108,6 +113,7 @@ public:
 template <class T>
 class KY_API KyListQuene : public KyQueneOver<T, KyList<T>> {
 public:
+    /// A queue of at most nMaxLength entries; negative: unbounded.
     explicit KyListQuene(long nMaxLength = -1) : KyQueneOver<T, KyList<T>>(nMaxLength) {}
 
     /// O(1).
@@ -127,6 +133,7 @@ public:
 template <class T>
 class KY_API KyPDListQuene : public KyQueneOver<T*, KyPDList<T>> {
 public:
+    /// A queue of at most nMaxLength entries; negative: unbounded.
     explicit KyPDListQuene(long nMaxLength = -1) : KyQueneOver<T*, KyPDList<T>>(nMaxLength) {}
 
     /// The caller owns the object from now on. O(1).

@@ -22,6 +22,7 @@
 template <class T>
 class KY_API KyXList : public KyDList<T> {
 public:
+    /// The type of every node; the sentinel's is derived from it.
     using Node = KyDListNode<T>;
 
     /// An empty list with an index entry for every nStep-th node. Requires nStep > 0.
@@ -217,6 +218,7 @@ private:
     }
 };
 
+/// The indexed list that owns the objects its elements point to, with a search by bisection.
 template <class T>
 class KY_API KyPXList : public KyOwningList<T, KyXList<T*>> {
 public:

@@ -42,7 +42,9 @@ public:
     KyEvent(const wchar_t* pszName, void* pData, unsigned int nMask);
 
     // Events order by name, character code by character code (wcscmp); data and mask play no part.
+    /// True when this event's name orders before the other's.
     bool operator<(const KyEvent& other) const;
+    /// True when this event's name orders behind the other's.
     bool operator>(const KyEvent& other) const;
 
     KyString m_strName;    // the name
@@ -53,6 +55,7 @@ public:
 /// A receiver.
 class KY_API KyEventReactor {
 public:
+    /// A receiver of the kinds of event given; it is not registered yet.
     explicit KyEventReactor(unsigned int nMask = 0);
 
     /// The handler. The name is the channel's own copy and valid during the call; pData is the sender's

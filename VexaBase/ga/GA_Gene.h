@@ -19,5 +19,6 @@ public:
     /// Genes order by address, so that an individual can be sorted like any owning array. Deliberately not
     /// virtual: a gene's value is the application's own business.
     bool operator<(const GA_Gene& other) const { return std::less<const GA_Gene*>()(this, &other); }
+    /// The other way round.
     bool operator>(const GA_Gene& other) const { return std::less<const GA_Gene*>()(&other, this); }
 };

@@ -7,6 +7,6 @@ class KY_API KyBitData {
 public:
     virtual ~KyBitData() = default;
 
-    // The application's marks (visited, selected, ...); the library neither reads nor writes them.
+    /// The application's marks (visited, selected, ...); the library neither reads nor writes them.
     unsigned long m_nBits = 0;
 };

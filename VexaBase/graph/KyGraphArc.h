@@ -49,7 +49,9 @@ public:
     /// CmpArc, under the name that the searching lists ask for.
     int Cmp(const KyGraphArc& other) const { return CmpArc(other); }
 
+    /// CmpArc below 0, for the sorts.
     bool operator<(const KyGraphArc& other) const { return CmpArc(other) < 0; }
+    /// CmpArc above 0, for the sorts.
     bool operator>(const KyGraphArc& other) const { return CmpArc(other) > 0; }
 
     KyGraphNode* m_pStart;  // not owned; may be null

@@ -62,7 +62,9 @@ public:
     /// CmpNode, under the name that the searching lists ask for.
     int Cmp(const KyGraphNode& other) const { return CmpNode(other); }
 
+    /// CmpNode below 0, for the sorts.
     bool operator<(const KyGraphNode& other) const { return CmpNode(other) < 0; }
+    /// CmpNode above 0, for the sorts.
     bool operator>(const KyGraphNode& other) const { return CmpNode(other) > 0; }
 
     KyPDList<KyGraphArc> m_lstArc;  // the arcs around this node; its cursor stands anywhere

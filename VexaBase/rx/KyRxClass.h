@@ -69,8 +69,10 @@ public:
 
     virtual ~KyRxRunTimeClass();
 
+    /// The descriptor of this class.
     static KyRxClassInfo* GetStaticCI();
 
+    /// The descriptor of this class.
     static KyRxClassInfo s_classInfo;
 };
 
@@ -85,11 +87,13 @@ public:
     /// descriptor does. This version does nothing and returns the object.
     virtual KyRxDynCreateClass* InitObject();
 
+    /// The descriptor of this class.
     static KyRxClassInfo* GetStaticCI();
 
     /// A new KyRxDynCreateClass, owned by the caller; InitObject has not been called.
     static KyRxDynCreateClass* NewObject();
 
+    /// The descriptor of this class.
     static KyRxClassInfo s_classInfo;
 };
 

@@ -45,37 +45,50 @@ public:
     /// it was, and so does the position. Here: does nothing.
     virtual void Read(void* pData, long nCount);
 
+    /// Write of the value's bytes, then MoveTo past them.
+    /// @{
     virtual void WriteChar(char value);
     virtual void WriteBool(bool value);
     virtual void WriteShort(short value);
     virtual void WriteLong(long value);
     virtual void WriteDouble(double value);
+    /// @}
 
+    /// Read into the value's bytes, then MoveTo past its full width.
     virtual void ReadChar(char& value);
 
     /// As every typed read; then any byte but 0 is true, so that foreign bytes make no invalid bool.
     virtual void ReadBool(bool& value);
 
+    /// Read into the value's bytes, then MoveTo past its full width.
+    /// @{
     virtual void ReadShort(short& value);
     virtual void ReadLong(long& value);
     virtual void ReadDouble(double& value);
+    /// @}
 
     virtual ~KyStream();
 
     // The operators call the typed operation of their type. An int is ambiguous, deliberately: the width on
     // the wire is the caller's decision.
 
+    /// Calls the typed write of its type.
+    /// @{
     KyStream& operator<<(char value);
     KyStream& operator<<(bool value);
     KyStream& operator<<(short value);
     KyStream& operator<<(long value);
     KyStream& operator<<(double value);
+    /// @}
 
+    /// Calls the typed read of its type.
+    /// @{
     KyStream& operator>>(char& value);
     KyStream& operator>>(bool& value);
     KyStream& operator>>(short& value);
     KyStream& operator>>(long& value);
     KyStream& operator>>(double& value);
+    /// @}
 
     /// A pointer would silently be written as a bool: a compile error instead.
     template <class T>
@@ -83,6 +96,7 @@ public:
     template <class T, class C>
     KyStream& operator<<(T C::*) = delete;
 
+    /// Index of the next byte that a typed operation transfers.
     long GetPosition() const { return m_nPos; }
 
     /// Number of bytes in the stream.

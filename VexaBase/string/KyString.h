@@ -35,12 +35,14 @@ public:
     /// string. O(length).
     KyString(const wchar_t* s = L"");
 
+    /// A deep copy, in a buffer of its length + 1. O(length).
     KyString(const KyString& other);
 
     /// Takes other's buffer and leaves other empty with a fresh buffer of one character, which is an
     /// allocation. O(1).
     KyString(KyString&& other);  // NOLINT(performance-noexcept-move-constructor): the fresh buffer
 
+    /// A deep copy, in a buffer of its length + 1. O(length).
     KyString& operator=(const KyString& other);
 
     /// Takes other's buffer and leaves other empty, in the buffer that this string had. O(1), allocates
@@ -126,7 +128,9 @@ public:
     /// The text with its terminator. Valid until the next edit.
     const wchar_t* c_str() const { return m_pData; }
 
+    /// Exchanges the buffers. O(1).
     void swap(KyString& other) noexcept;
+    /// Exchanges the buffers. O(1).
     friend void swap(KyString& a, KyString& b) noexcept { a.swap(b); }
 
     iterator begin() { return m_pData; }
