@@ -1,6 +1,6 @@
 # What Doxygen sees of a header.
 #
-# The prose that opens a header describes its first class that has no description of its own; where there is none, it
+# A header whose prose calls it a private part of another is left out. The prose that opens a header describes its first class that has no description of its own; where there is none, it
 # describes the file. The comment behind a field describes the field. Members that every container of the standard
 # library has too are described here, so that the headers need not. Characters that Doxygen would take for markup are
 # escaped, and "Requires" becomes a precondition.
@@ -60,6 +60,9 @@ END {
     for (nProse = 0; line[nProse + 1] ~ /^\/\/($| )/; ++nProse) {}
     for (nClass = nProse + 1; nClass <= NR && !isUndescribedClass(nClass); ++nClass) {}
 
+    for (i = 1; i <= nProse; ++i) {
+        if (line[i] ~ /[Pp]rivate part of/) exit
+    }
     print "/// \\file"
     if (nClass > NR) {
         printProse(1, nProse)

@@ -7,6 +7,7 @@ build_packages=(g++ cmake ninja-build ccache pkg-config)
 example_packages=(libcli11-dev nlohmann-json3-dev libgeos-dev tzdata)
 test_packages=(libgtest-dev libgmock-dev librapidcheck-dev locales)
 check_packages=(clang clang-format clang-tidy libclang-rt-14-dev libopenmpi-dev openmpi-bin)
+docs_packages=(doxygen graphviz)
 
 log_dir=build/log
 
