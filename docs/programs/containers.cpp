@@ -12,10 +12,12 @@ namespace {
 void Print(const char* name, const KyDynArrayBase<long>& numbers) {
     std::cout << name << ':';
     for (const long n : numbers) std::cout << ' ' << n;
-    std::cout << "  (length " << numbers.GetLength() << ", cursor " << numbers.GetCurIndex() << ")\n";
+    std::cout << "  (length " << numbers.GetLength() << ", cursor "
+              << numbers.GetCurIndex() << ")\n";
 }
 
-/// Walks by cursor. DelCur steps back by one, so MoveToNext reaches the element that followed.
+/// Walks by cursor. DelCur steps back by one, so MoveToNext reaches the element
+/// that followed.
 void RemoveOdd(KyDynArrayBase<long>& numbers) {
     numbers.MoveToFirst();
     while (numbers.m_nCurIndex >= 0 && numbers.m_nCurIndex < numbers.m_nLength) {
@@ -46,12 +48,14 @@ int main() {
     list.Move(0, 4);  // the first element to the end
     Print("list ", list);
 
-    list.Sort(false);                                                 // descending, stable
-    const long most = *std::max_element(array.begin(), array.end());  // every container is a range
+    list.Sort(false);  // descending, stable
+    // Every container is a range.
+    const long most = *std::max_element(array.begin(), array.end());
     Print("list ", list);
     std::cout << "the array's largest is " << most << '\n';
 
     array[5] = 0;  // past the end: the array first grows to 6 elements
     array.SetCurData(most + 1);
-    std::cout << "the array's length is " << array.GetLength() << ", its last " << *array.GetLast() << '\n';
+    std::cout << "the array's length is " << array.GetLength() << ", its last "
+              << *array.GetLast() << '\n';
 }

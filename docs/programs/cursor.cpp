@@ -1,5 +1,6 @@
-// Where the cursor stands after each operation, on [A B C D]: in an array and in a list.
-// The current element stands in brackets; empty brackets are a cursor on no element.
+// Where the cursor stands after each operation, on [A B C D]: in an array and in a
+// list. The current element stands in brackets; empty brackets are a cursor on no
+// element.
 
 #include <VexaBase/containers/KyDList.h>
 #include <VexaBase/containers/KyDynArray.h>
@@ -18,14 +19,16 @@ std::string Show(const Container& container) {
     std::string row = nCurrent < 0 ? "[] " : "";
     long i = 0;
     for (const char c : container) {
-        row += i == nCurrent ? std::string("[") + c + "] " : std::string(1, c) + ' ';
+        row +=
+            i == nCurrent ? std::string("[") + c + "] " : std::string(1, c) + ' ';
         ++i;
     }
     if (nCurrent >= i) row += "[] ";
     return row + '(' + std::to_string(nCurrent) + ')';
 }
 
-/// Applies an operation to [A B C D] with the cursor at nStart, and shows the outcome.
+/// Applies an operation to [A B C D] with the cursor at nStart, and shows the
+/// outcome.
 template <class Concrete>
 std::string After(long nStart, Operation operate) {
     Concrete container;
@@ -35,8 +38,10 @@ std::string After(long nStart, Operation operate) {
     return Show(container);
 }
 
-void Columns(const std::string& first, const std::string& second, const std::string& third) {
-    std::cout << std::left << std::setw(20) << first << std::setw(20) << second << third << '\n';
+void Columns(const std::string& first, const std::string& second,
+             const std::string& third) {
+    std::cout << std::left << std::setw(20) << first << std::setw(20) << second
+              << third << '\n';
 }
 
 void Heading(const std::string& name) {
@@ -45,7 +50,8 @@ void Heading(const std::string& name) {
 }
 
 void Row(const char* pszName, long nStart, Operation operate) {
-    Columns(pszName, After<KyDynArray<char>>(nStart, operate), After<KyDList<char>>(nStart, operate));
+    Columns(pszName, After<KyDynArray<char>>(nStart, operate),
+            After<KyDList<char>>(nStart, operate));
 }
 
 /// The lists' own operations.
@@ -78,7 +84,8 @@ int main() {
     Row("Sort(false)", 2, [](Container& c) { c.Sort(false); });
     Row("SetLength(2, true)", 2, [](Container& c) { c.SetLength(2, true); });
     Row("Reset()", 2, [](Container& c) { c.Reset(); });
-    ListRow("InsertAfterCur('x')", 2, [](KyDList<char>& l) { l.InsertAfterCur('x'); });
+    ListRow("InsertAfterCur('x')", 2,
+            [](KyDList<char>& l) { l.InsertAfterCur('x'); });
     ListRow("Rotate(3, 0)", 2, [](KyDList<char>& l) { l.Rotate(3, 0); });
 
     std::cout << '\n';
@@ -87,7 +94,8 @@ int main() {
     Row("A: DelCur()", 0, [](Container& c) { c.DelCur(); });
     Row("    MoveToNext()", 0, [](Container& c) { c.DelCur(), c.MoveToNext(); });
     Row("D: MoveToNext()", 3, [](Container& c) { c.MoveToNext(); });
-    Row("    MoveToNext()", 3, [](Container& c) { c.MoveToNext(), c.MoveToNext(); });
+    Row("    MoveToNext()", 3,
+        [](Container& c) { c.MoveToNext(), c.MoveToNext(); });
     Row("D: DelCur()", 3, [](Container& c) { c.DelCur(); });
     Row("MoveTo(-1)", 2, [](Container& c) { c.MoveTo(-1); });
     Row("    MoveToNext()", 2, [](Container& c) { c.MoveTo(-1), c.MoveToNext(); });

@@ -7,7 +7,8 @@
 
 namespace {
 
-/// A list that tells of the calls it gets. Positional operations are composed of cursor operations, all virtual.
+/// A list that tells of the calls it gets. Positional operations are composed of
+/// cursor operations, all virtual.
 class LoudList : public KyDList<char> {
 public:
     void MoveTo(long i) override {
@@ -28,7 +29,8 @@ public:
     }
 };
 
-/// The least that can breed, telling of its hooks. The comparisons stay the library's: nobody is fitter.
+/// The least that can breed, telling of its hooks. The comparisons stay the
+/// library's: nobody is fitter.
 class Gene : public GA_Gene {
     GA_Gene* Clone() const override { return new Gene; }
 };

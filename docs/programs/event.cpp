@@ -17,7 +17,8 @@ std::ostream& operator<<(std::ostream& out, const KyString& text) {
 /// Prints what reaches it.
 class Listener : public KyEventReactor {
 public:
-    Listener(const char* pszWho, unsigned int nMask) : KyEventReactor(nMask), m_pszWho(pszWho) {}
+    Listener(const char* pszWho, unsigned int nMask)
+        : KyEventReactor(nMask), m_pszWho(pszWho) {}
     void React(const wchar_t* pszName, void* pData) override {
         std::cout << "  " << m_pszWho << ": " << KyString(pszName);
         if (pData != nullptr) std::cout << " (" << *static_cast<int*>(pData) << ')';
@@ -43,7 +44,8 @@ int main() {
     Listener log("log", 0);  // mask 0: every event
     Listener title("title", Saved);
     AutoSave autosave;
-    const KyScopedReactor r1(log), r2(title), r3(autosave);  // registered until the end of main
+    // Registered until the end of main.
+    const KyScopedReactor r1(log), r2(title), r3(autosave);
 
     int line = 12;
     std::cout << "sending: delivered before the call returns\n";

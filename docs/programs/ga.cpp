@@ -1,4 +1,5 @@
-// A genetic algorithm that finds a word: a gene is a letter, and an individual is the fitter the more letters are right.
+// A genetic algorithm that finds a word: a gene is a letter, and an individual is
+// the fitter the more letters are right.
 
 #include <VexaBase/ga/GA_Population.h>
 
@@ -11,7 +12,9 @@ namespace {
 const std::string Target = "PLANAR GRAPH";
 const std::string Letters = "ABCDEFGHIJKLMNOPQRSTUVWXYZ ";
 
-char RandomLetter() { return Letters[static_cast<std::size_t>(std::rand()) % Letters.size()]; }
+char RandomLetter() {
+    return Letters[static_cast<std::size_t>(std::rand()) % Letters.size()];
+}
 
 class Letter : public GA_Gene {
 public:
@@ -28,7 +31,8 @@ public:
     /// ... fills them, and calls this before they enter the population.
     void Initialize() override {
         m_nWrong = 0;
-        for (std::size_t i = 0; i < Target.size(); ++i) m_nWrong += Text()[i] != Target[i] ? 1 : 0;
+        for (std::size_t i = 0; i < Target.size(); ++i)
+            m_nWrong += Text()[i] != Target[i] ? 1 : 0;
     }
 
     /// A copy with one letter thrown anew.
@@ -36,26 +40,34 @@ public:
         auto* const mutant = new Phrase;
         const long nChanged = std::rand() % m_nLength;
         for (long i = 0; i < m_nLength; ++i) {
-            mutant->Append(i == nChanged ? new Letter(RandomLetter()) : (*GetAt(i))->Clone());
+            mutant->Append(i == nChanged ? new Letter(RandomLetter())
+                                         : (*GetAt(i))->Clone());
         }
         mutant->Initialize();
         return mutant;
     }
 
     /// Less means fitter. Both operators are asked.
-    bool operator<(const GA_Individual& other) const override { return m_nWrong < Of(other).m_nWrong; }
-    bool operator>(const GA_Individual& other) const override { return m_nWrong > Of(other).m_nWrong; }
+    bool operator<(const GA_Individual& other) const override {
+        return m_nWrong < Of(other).m_nWrong;
+    }
+    bool operator>(const GA_Individual& other) const override {
+        return m_nWrong > Of(other).m_nWrong;
+    }
 
     std::string Text() const {
         std::string text;
-        for (const GA_Gene* gene : *this) text += static_cast<const Letter*>(gene)->m_c;
+        for (const GA_Gene* gene : *this)
+            text += static_cast<const Letter*>(gene)->m_c;
         return text;
     }
 
     long m_nWrong = 0;
 
 private:
-    static const Phrase& Of(const GA_Individual& other) { return static_cast<const Phrase&>(other); }
+    static const Phrase& Of(const GA_Individual& other) {
+        return static_cast<const Phrase&>(other);
+    }
 };
 
 }  // namespace
@@ -63,21 +75,24 @@ private:
 int main() {
     std::srand(7);  // the library never seeds
 
-    GA_Population population(60, 50);  // 60 survive a generation, half as many mutants join
+    // 60 survive a generation, half as many mutants join.
+    GA_Population population(60, 50);
     for (int i = 0; i < 60; ++i) {
         auto* const phrase = new Phrase;
-        for (std::size_t k = 0; k < Target.size(); ++k) phrase->Append(new Letter(RandomLetter()));
+        for (std::size_t k = 0; k < Target.size(); ++k)
+            phrase->Append(new Letter(RandomLetter()));
         phrase->Initialize();
-        population.Append(phrase);  // at its sorted place; the population owns it now
+        // At its sorted place; the population owns it now.
+        population.Append(phrase);
     }
 
-    const Phrase* best = nullptr;
-    do {
-        best = static_cast<const Phrase*>(*population.GetFirst());
+    while (population.m_nGeneration < 500) {
+        const auto* best = static_cast<const Phrase*>(*population.GetFirst());
         if (population.m_nGeneration % 5 == 0 || best->m_nWrong == 0) {
-            std::cout << "generation " << population.m_nGeneration << ": " << best->Text() << ", "
-                      << best->m_nWrong << " wrong\n";
+            std::cout << "generation " << population.m_nGeneration << ": "
+                      << best->Text() << ", " << best->m_nWrong << " wrong\n";
         }
+        if (best->m_nWrong == 0) break;
         population.Evolve();
-    } while (best->m_nWrong > 0 && population.m_nGeneration < 500);
+    }
 }

@@ -1,4 +1,5 @@
-// A sorted list with an index: look-up by bisection, insertion at the place that the look-up found.
+// A sorted list with an index: look-up by bisection, insertion at the place that
+// the look-up found.
 
 #include <VexaBase/containers/KyXList.h>
 
@@ -10,7 +11,8 @@ namespace {
 
 struct Word {
     explicit Word(std::string text) : m_strText(std::move(text)) {}
-    /// What BFindDataTo asks for: negative, 0 or positive as this word comes before, equals, or comes after.
+    /// What BFindDataTo asks for: negative, 0 or positive as this word comes
+    /// before, equals, or comes after.
     int Cmp(const Word& other) const { return m_strText.compare(other.m_strText); }
     std::string m_strText;
     long m_nCount = 1;
@@ -19,19 +21,25 @@ struct Word {
 }  // namespace
 
 int main() {
-    std::istringstream text("the ring closes the walk and the walk closes the face");
-    KyPXList<Word> words(4);  // an index entry for every fourth word; the list owns the words
+    std::istringstream text(
+        "the ring closes the walk and the walk closes the face");
+    // An index entry for every fourth word; the list owns the words.
+    KyPXList<Word> words(4);
 
     for (std::string spelling; text >> spelling;) {
         const Word key(spelling);
+        // Found, the cursor stands on it; otherwise it stands where the word
+        // belongs.
         if (words.BFindDataTo(key)) {
-            ++words.GetCurData()->m_nCount;  // found: the cursor stands on it
+            ++words.GetCurData()->m_nCount;
         } else {
-            words.InsertCur(new Word(spelling));  // not found: the cursor stands where it belongs
+            words.InsertCur(new Word(spelling));
         }
     }
-    for (const Word* word : words) std::cout << word->m_strText << ' ' << word->m_nCount << '\n';
+    for (const Word* word : words)
+        std::cout << word->m_strText << ' ' << word->m_nCount << '\n';
 
-    std::cout << words.m_arrIndex.GetLength() << " index entries for " << words.GetLength()
-              << " words; at 5: " << words[5]->m_strText << '\n';
+    std::cout << words.m_arrIndex.GetLength() << " index entries for "
+              << words.GetLength() << " words; at 5: " << words[5]->m_strText
+              << '\n';
 }

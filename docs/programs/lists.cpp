@@ -1,5 +1,5 @@
-// What lists can do beyond the protocol: they insert behind the cursor, reverse, turn and splice, and their elements
-// never change their addresses.
+// What lists can do beyond the protocol: they insert behind the cursor, reverse,
+// turn and splice, and their elements never change their addresses.
 
 #include <VexaBase/containers/KyDList.h>
 
@@ -22,15 +22,16 @@ int main() {
     Train local;
     for (const char* wagon : {"mail", "coal", "milk"}) local.Append(wagon);
 
-    local.MoveTo(0);
-    std::string* const steel = local.InsertAfterCur("steel");  // the cursor moves along, onto "steel"
+    local.MoveTo(0);  // inserting moves the cursor along
+    std::string* const steel = local.InsertAfterCur("steel");
     local.InsertAfterCur("timber");
     Print("local:  ", local);
 
     Train express;
     express.Append("sleeper");
     express.Append("diner");
-    express.Conbine(local, 3);  // takes local's wagons from position 3 on, as they are
+    // Takes local's wagons from position 3 on, as they are.
+    express.Conbine(local, 3);
     Print("express:", express);
     Print("local:  ", local);
 
@@ -40,6 +41,6 @@ int main() {
     Print("reverse:", express);
 
     // An element's address is its place: it was valid all the time.
-    std::cout << "before " << *steel << " comes " << *local.GetPre(steel) << ", behind it "
-              << *local.GetNext(steel) << '\n';
+    std::cout << "before " << *steel << " comes " << *local.GetPre(steel)
+              << ", behind it " << *local.GetNext(steel) << '\n';
 }

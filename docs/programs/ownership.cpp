@@ -9,7 +9,8 @@
 
 namespace {
 
-/// Tells of its end. The destructor is virtual, because an owning container deletes through T.
+/// Tells of its end. The destructor is virtual, because an owning container deletes
+/// through T.
 class Item {
 public:
     explicit Item(char c) : m_c(c) {}
@@ -35,7 +36,8 @@ int main() {
     std::unique_ptr<Item> taken(array.TakeOffCur());
     array.DelCur();  // removes the null slot: nothing to delete
 
-    std::cout << "SetCurData overwrites without deleting: release what was there first\n";
+    std::cout
+        << "SetCurData overwrites without deleting: release what was there first\n";
     array.MoveTo(0);
     array.ReleaseCur();
     array.SetCurData(new Item('C'));

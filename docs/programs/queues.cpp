@@ -21,7 +21,8 @@ struct Parcel {
 int main() {
     KyListQuene<long> tickets(2);  // at most two
     for (long n = 101; n <= 103; ++n) {
-        std::cout << "ticket " << n << (tickets.EnQuene(n) ? " waits\n" : " is refused\n");
+        std::cout << "ticket " << n
+                  << (tickets.EnQuene(n) ? " waits\n" : " is refused\n");
     }
     long next = 0;
     while (tickets.DeQuene(next)) std::cout << "ticket " << next << " is called\n";
@@ -32,7 +33,8 @@ int main() {
     Parcel* first = nullptr;
     shelf.DeQuene(first);  // handed over: it is ours now
     const std::unique_ptr<Parcel> ours(first);
-    std::cout << "taken: " << ours->m_strTo << "; waiting: " << shelf.GetLength() << '\n';
+    std::cout << "taken: " << ours->m_strTo << "; waiting: " << shelf.GetLength()
+              << '\n';
     shelf.Reset();  // deletes what still waits
     std::cout << "the shelf is empty\n";
 }

@@ -1,4 +1,5 @@
-// Class descriptors: who is kin to whom, and objects made from the name of their class.
+// Class descriptors: who is kin to whom, and objects made from the name of their
+// class.
 
 #include <VexaBase/rx/KyRxClass.h>
 
@@ -18,7 +19,8 @@ class Circle : public Figure {
 KY_IMPLEMENT_CLASS(Figure, 10, KyRxRunTimeClass)
 KY_IMPLEMENT_CLASS(Circle, 11, Figure)
 
-// Classes that are created through their descriptor are rooted in KyRxDynCreateClass.
+// Classes that are created through their descriptor are rooted in
+// KyRxDynCreateClass.
 class Pen : public KyRxDynCreateClass {
     KY_DECLARE_DYNCREATE(Pen)
     KyRxDynCreateClass* InitObject() override {
@@ -43,18 +45,22 @@ int main() {
     std::cout << std::boolalpha;
     const Circle circle;
     const KyRxRunTimeClass& object = circle;
-    std::cout << "the object is a " << object.GetCI()->m_pszName << ", number " << object.GetCI()->m_nNumber
+    std::cout << "the object is a " << object.GetCI()->m_pszName << ", number "
+              << object.GetCI()->m_nNumber << '\n'
+              << "a Figure? " << object.GetCI()->IsClassOf(Figure::GetStaticCI())
               << '\n'
-              << "a Figure? " << object.GetCI()->IsClassOf(Figure::GetStaticCI()) << '\n'
               << "a \"Circle\"? " << object.GetCI()->IsClassOf("Circle") << '\n'
-              << "is every Figure a Circle? " << Figure::s_classInfo.IsClassOf(Circle::GetStaticCI()) << '\n';
+              << "is every Figure a Circle? "
+              << Figure::s_classInfo.IsClassOf(Circle::GetStaticCI()) << '\n';
 
     const std::unique_ptr<KyRxDynCreateClass> made(FindClass("Pen")->NewObject());
-    if (made->GetCI() == Pen::GetStaticCI()) {  // a creatable object is told by its descriptor's identity
+    // A creatable object is told by its descriptor's identity.
+    if (made->GetCI() == Pen::GetStaticCI()) {
         auto* const pen = static_cast<Pen*>(made.get());
         std::cout << "a Pen of width " << pen->m_nWidth;
         pen->InitObject();  // NewObject does not call it
         std::cout << ", initialised: " << pen->m_nWidth << '\n';
     }
-    std::cout << "a Circle made by its descriptor: " << FindClass("Circle")->NewObject() << '\n';
+    std::cout << "a Circle made by its descriptor: "
+              << FindClass("Circle")->NewObject() << '\n';
 }

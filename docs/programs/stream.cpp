@@ -1,4 +1,5 @@
-// Typed values as bytes: written, looked at, read back; in one block, in chunks, and through a stream of one's own.
+// Typed values as bytes: written, looked at, read back; in one block, in chunks,
+// and through a stream of one's own.
 
 #include <VexaBase/stream/KyDynArrayStream.h>
 #include <VexaBase/stream/KyDynArrayStreamEx.h>
@@ -7,7 +8,8 @@
 
 namespace {
 
-/// Keeps nothing but a sum of the bytes that pass; the typed operations are inherited.
+/// Keeps nothing but a sum of the bytes that pass; the typed operations are
+/// inherited.
 class Checksum : public KyStream {
 public:
     void Write(void* pData, long nCount) override {
@@ -19,15 +21,19 @@ public:
 };
 
 /// The same record into any stream.
-void WriteRecord(KyStream& stream) { stream << 'v' << true << short{2} << 300L << 0.5; }
+void WriteRecord(KyStream& stream) {
+    stream << 'v' << true << short{2} << 300L << 0.5;
+}
 
 }  // namespace
 
 int main() {
     KyDynArrayStream stream;
     WriteRecord(stream);
-    for (const char c : stream.m_bytes) std::printf("%02x ", static_cast<unsigned>(c) & 0xffu);
-    std::printf("\n%ld bytes, position %ld\n", stream.GetLength(), stream.GetPosition());
+    for (const char c : stream.m_bytes)
+        std::printf("%02x ", static_cast<unsigned>(c) & 0xffu);
+    std::printf("\n%ld bytes, position %ld\n", stream.GetLength(),
+                stream.GetPosition());
 
     stream.MoveTo(4);  // past the char, the bool and the short
     long nNumber = 0;
@@ -36,10 +42,11 @@ int main() {
     std::printf("read %ld and %g\n", nNumber, dHalf);
 
     nNumber = -1;
-    stream >>
-        nNumber;  // nothing is left: the position moves on all the same, the destination keeps its bytes
-    std::printf("past the end: %ld, position %ld of %ld\n", nNumber, stream.GetPosition(),
-                stream.GetLength());
+    // Nothing is left: the position moves on all the same, the destination keeps
+    // its bytes.
+    stream >> nNumber;
+    std::printf("past the end: %ld, position %ld of %ld\n", nNumber,
+                stream.GetPosition(), stream.GetLength());
 
     KyDynArrayStreamEx chunked(8);
     WriteRecord(chunked);
@@ -48,5 +55,6 @@ int main() {
 
     Checksum checksum;
     WriteRecord(checksum);
-    std::printf("checksum: %lu over %ld bytes\n", checksum.m_nSum, checksum.GetLength());
+    std::printf("checksum: %lu over %ld bytes\n", checksum.m_nSum,
+                checksum.GetLength());
 }

@@ -29,8 +29,9 @@ int main() {
     Print("upper case:", name);
 
     KyString line(L"to be or not to be");
-    std::cout << "\"be\" first at " << line.Find(L"be") << ", from 5 on at " << line.Find(L"be", 5)
-              << ", last b at " << line.ReverseFind(L'b') << '\n';
+    std::cout << "\"be\" first at " << line.Find(L"be") << ", from 5 on at "
+              << line.Find(L"be", 5) << ", last b at " << line.ReverseFind(L'b')
+              << '\n';
     KyListQuene<long> places;
     line.Find(L"to", places);
     std::cout << "\"to\" at";
@@ -40,10 +41,13 @@ int main() {
     std::cout << count << " replaced:\n";
     Print("", line);
 
-    Print("formatted:", KyString().Format(L"%ls has %ld characters", L"it", line.GetLength()));
+    Print("formatted:",
+          KyString().Format(L"%ls has %ld characters", L"it", line.GetLength()));
 
-    std::vector<const wchar_t*> wards = {L"Ward 10", L"Ward 9", L"Annex 2", L"Ward 1"};
-    std::sort(wards.begin(), wards.end(),
-              [](const wchar_t* a, const wchar_t* b) { return CompareLabel(a, b) < 0; });
+    std::vector<const wchar_t*> wards = {L"Ward 10", L"Ward 9", L"Annex 2",
+                                         L"Ward 1"};
+    std::sort(wards.begin(), wards.end(), [](const wchar_t* a, const wchar_t* b) {
+        return CompareLabel(a, b) < 0;
+    });
     for (const wchar_t* ward : wards) Print("-", ward);
 }

@@ -1,4 +1,5 @@
-// Behaviours that surprise, each in a few lines. What a piece prints stands between two lines with its name.
+// Behaviours that surprise, each in a few lines. What a piece prints stands between
+// two lines with its name.
 
 #include <VexaBase/containers/KyDList.h>
 #include <VexaBase/containers/KyDynArray.h>
@@ -45,7 +46,8 @@ void Indexing() {
     list.MoveToFirst();
     list[3] = 'D';
     list[2] = 'C';
-    std::cout << "length " << list.GetLength() << ", cursor " << list.GetCurIndex() << '\n';
+    std::cout << "length " << list.GetLength() << ", cursor " << list.GetCurIndex()
+              << '\n';
     //! [indexing]
 }
 
@@ -78,7 +80,8 @@ void Reverse() {
     list.MoveTo(1);  // on B
     list.ReverseList();
     Print(list);
-    std::cout << "on " << list.GetCurData() << ", index " << list.GetCurIndex() << '\n';
+    std::cout << "on " << list.GetCurData() << ", index " << list.GetCurIndex()
+              << '\n';
     list.MoveToFirst();  // from here on the index can be trusted again
     //! [reverse]
 }
@@ -89,7 +92,8 @@ void SetLength() {
     KyDynPArray<KyGraphNode> objects(100);
     bytes.SetLength(0, true);
     objects.SetLength(0, true);
-    std::cout << "capacity " << bytes.m_nCapacity << " and " << objects.m_nCapacity << '\n';
+    std::cout << "capacity " << bytes.m_nCapacity << " and " << objects.m_nCapacity
+              << '\n';
     //! [set length]
 }
 
@@ -119,9 +123,11 @@ void ReplaceNothing() {
 
 void Labels() {
     //! [labels]
-    std::cout << CompareLabel(L"a1b2", L"ab12") << ' '           // all digits are one number
-              << CompareLabel(L"item 007", L"item 7") << ' '     // leading zeros do not count
-              << CompareLabel(L"x 4294967297", L"x 1") << '\n';  // of 2^32 + 1 the low 32 bits count
+    // All digits are one number; leading zeros do not count; of 2^32 + 1 the low 32
+    // bits count.
+    std::cout << CompareLabel(L"a1b2", L"ab12") << ' '
+              << CompareLabel(L"item 007", L"item 7") << ' '
+              << CompareLabel(L"x 4294967297", L"x 1") << '\n';
     //! [labels]
 }
 
@@ -130,18 +136,22 @@ void NoBytes() {
     char nothing = 0;
     KyDynArrayStreamEx stream(8);
     stream.Write(&nothing, 0);
-    std::cout << stream.GetLength() << " bytes in " << stream.m_chunks.GetLength() << " chunk\n";
+    std::cout << stream.GetLength() << " bytes in " << stream.m_chunks.GetLength()
+              << " chunk\n";
     //! [no bytes]
 }
 
 //! [reactors]
 struct Always : KyEventReactor {
-    void React(const wchar_t* /*pszName*/, void* /*pData*/) override { std::cout << "always\n"; }
+    void React(const wchar_t* /*pszName*/, void* /*pData*/) override {
+        std::cout << "always\n";
+    }
 };
 struct Once : KyEventReactor {
     void React(const wchar_t* /*pszName*/, void* /*pData*/) override {
         std::cout << "once\n";
-        KyUnRegisterReactor(this);  // the walk starts over at the first reactor that is left
+        // The walk starts over at the first reactor that is left.
+        KyUnRegisterReactor(this);
     }
 };
 
@@ -170,12 +180,14 @@ void CheckNode() {
     wheel << hub;
     for (const int angle : {1, 2, 3, 4}) wheel << new Spoke(hub, angle);
 
-    for (KyGraphArc* arc : hub->m_lstArc) {  // turn the order round behind the graph's back
+    for (KyGraphArc* arc :
+         hub->m_lstArc) {  // turn the order round behind the graph's back
         auto* const spoke = static_cast<Spoke*>(arc);
         spoke->m_nAngle = 5 - spoke->m_nAngle;
     }
     wheel.CheckNode(0);
-    for (KyGraphArc* arc : hub->m_lstArc) std::cout << static_cast<Spoke*>(arc)->m_nAngle << ' ';
+    for (KyGraphArc* arc : hub->m_lstArc)
+        std::cout << static_cast<Spoke*>(arc)->m_nAngle << ' ';
     std::cout << '\n';
 }
 //! [check node]

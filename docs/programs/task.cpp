@@ -1,4 +1,5 @@
-// Tasks: run one after another on the caller's thread, in the order in which they were added.
+// Tasks: run one after another on the caller's thread, in the order in which they
+// were added.
 
 #include <VexaBase/task/KyParallelTask.h>
 #include <VexaBase/task/KyPlatform.h>
@@ -7,7 +8,8 @@
 
 namespace {
 
-/// Final, because a task has no virtual destructor; and it owns nothing, because its own never runs.
+/// Final, because a task has no virtual destructor; and it owns nothing, because
+/// its own never runs.
 class Step final : public KyParallelTask {
 public:
     Step(const char* pszWhat, long& nDone) : m_pszWhat(pszWhat), m_nDone(nDone) {}
