@@ -78,6 +78,7 @@ END {
         s = line[i]
         if (i == nClass) printProse(1, nProse)
         if (line[i - 1] !~ /^ *\/\/\// && usual(s) != "") print "    /// " usual(s)
+        if (s ~ /^ *\/\/\/ O\(/ && line[i - 1] !~ /\/\/\//) sub(/\/\/\/ /, "/// As in the base class. ", s)
         if (s ~ /^ *\/\/\/ /) {
             at = index(s, "/// ") + 3
             s = substr(s, 1, at) text(substr(s, at + 1))

@@ -374,6 +374,7 @@ public:
     Node* m_pTail;     // the last node; the sentinel when the list is empty
 
 protected:
+    /// Marks the constructor that takes a sentinel.
     struct AroundSentinel {};
 
     /// An empty list closed by the given sentinel. A class that passes one of its own type frees it in its
