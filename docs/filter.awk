@@ -1,13 +1,14 @@
 # What Doxygen sees of a header.
 #
-# A header whose prose calls it a private part of another is left out. The prose that opens a header describes its first class that has no description of its own; where there is none, it
-# describes the file. The comment behind a field describes the field. Members that every container of the standard
-# library has too are described here, so that the headers need not. Characters that Doxygen would take for markup are
-# escaped, and "Requires" becomes a precondition.
+# The prose that opens a header describes its first class that has no description of its own; where there is none, it
+# describes the file. A header that calls itself a private part of another is left out. The comment behind a field
+# describes the field. Members that every container of the standard library has too are described here, so that the
+# headers need not. Characters that Doxygen would take for markup are escaped, and what is said to be required becomes
+# a precondition.
 
 function text(s) {
     gsub(/[<>%]/, "\\\\&", s)
-    gsub(/Requires /, "\\pre Requires ", s)
+    gsub(/Requires /, "\\pre ", s)
     return s
 }
 

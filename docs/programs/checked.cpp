@@ -1,5 +1,5 @@
-// A broken precondition, compiled with -DKY_CHECKED=1: one line on standard error,
-// then abort().
+// A broken precondition, compiled with -DKY_CHECKED=1: one line on standard
+// error, then abort().
 
 #include <VexaBase/containers/KyDList.h>
 

@@ -1,4 +1,5 @@
-// One function for every container: both functions below know the protocol only.
+// One function for every container: both functions below know the protocol
+// only.
 
 #include <VexaBase/containers/KyDList.h>
 #include <VexaBase/containers/KyDynArray.h>
@@ -20,7 +21,8 @@ void Print(const char* name, const KyDynArrayBase<long>& numbers) {
 /// that followed.
 void RemoveOdd(KyDynArrayBase<long>& numbers) {
     numbers.MoveToFirst();
-    while (numbers.m_nCurIndex >= 0 && numbers.m_nCurIndex < numbers.m_nLength) {
+    while (numbers.m_nCurIndex >= 0 &&
+           numbers.m_nCurIndex < numbers.m_nLength) {
         if (numbers.GetCurData() % 2 != 0) numbers.DelCur();
         numbers.MoveToNext();
     }

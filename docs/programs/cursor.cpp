@@ -1,6 +1,6 @@
-// Where the cursor stands after each operation, on [A B C D]: in an array and in a
-// list. The current element stands in brackets; empty brackets are a cursor on no
-// element.
+// Where the cursor stands after each operation, on [A B C D]: in an array and
+// in a list. The current element stands in brackets; empty brackets are a
+// cursor on no element.
 
 #include <VexaBase/containers/KyDList.h>
 #include <VexaBase/containers/KyDynArray.h>
@@ -19,8 +19,8 @@ std::string Show(const Container& container) {
     std::string row = nCurrent < 0 ? "[] " : "";
     long i = 0;
     for (const char c : container) {
-        row +=
-            i == nCurrent ? std::string("[") + c + "] " : std::string(1, c) + ' ';
+        row += i == nCurrent ? std::string("[") + c + "] "
+                             : std::string(1, c) + ' ';
         ++i;
     }
     if (nCurrent >= i) row += "[] ";
@@ -55,7 +55,8 @@ void Row(const char* pszName, long nStart, Operation operate) {
 }
 
 /// The lists' own operations.
-void ListRow(const char* pszName, long nStart, void (*operate)(KyDList<char>&)) {
+void ListRow(const char* pszName, long nStart,
+             void (*operate)(KyDList<char>&)) {
     KyDList<char> list;
     for (const char c : {'A', 'B', 'C', 'D'}) list.Append(c);
     list.MoveTo(nStart);
@@ -92,12 +93,14 @@ int main() {
     Heading("at the ends");
     Row("A: MoveToPre()", 0, [](Container& c) { c.MoveToPre(); });
     Row("A: DelCur()", 0, [](Container& c) { c.DelCur(); });
-    Row("    MoveToNext()", 0, [](Container& c) { c.DelCur(), c.MoveToNext(); });
+    Row("    MoveToNext()", 0,
+        [](Container& c) { c.DelCur(), c.MoveToNext(); });
     Row("D: MoveToNext()", 3, [](Container& c) { c.MoveToNext(); });
     Row("    MoveToNext()", 3,
         [](Container& c) { c.MoveToNext(), c.MoveToNext(); });
     Row("D: DelCur()", 3, [](Container& c) { c.DelCur(); });
     Row("MoveTo(-1)", 2, [](Container& c) { c.MoveTo(-1); });
-    Row("    MoveToNext()", 2, [](Container& c) { c.MoveTo(-1), c.MoveToNext(); });
+    Row("    MoveToNext()", 2,
+        [](Container& c) { c.MoveTo(-1), c.MoveToNext(); });
     Row("MoveTo(9)", 2, [](Container& c) { c.MoveTo(9); });
 }

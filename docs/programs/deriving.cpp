@@ -1,4 +1,5 @@
-// Hooks at work: what a positional operation calls, and what a generation calls.
+// Hooks at work: what a positional operation calls, and what a generation
+// calls.
 
 #include <VexaBase/containers/KyDList.h>
 #include <VexaBase/ga/GA_Population.h>
@@ -7,8 +8,8 @@
 
 namespace {
 
-/// A list that tells of the calls it gets. Positional operations are composed of
-/// cursor operations, all virtual.
+/// A list that tells of the calls it gets. Positional operations are composed
+/// of cursor operations, all virtual.
 class LoudList : public KyDList<char> {
 public:
     void MoveTo(long i) override {

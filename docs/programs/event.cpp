@@ -21,7 +21,8 @@ public:
         : KyEventReactor(nMask), m_pszWho(pszWho) {}
     void React(const wchar_t* pszName, void* pData) override {
         std::cout << "  " << m_pszWho << ": " << KyString(pszName);
-        if (pData != nullptr) std::cout << " (" << *static_cast<int*>(pData) << ')';
+        if (pData != nullptr)
+            std::cout << " (" << *static_cast<int*>(pData) << ')';
         std::cout << '\n';
     }
 

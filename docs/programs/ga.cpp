@@ -1,5 +1,5 @@
-// A genetic algorithm that finds a word: a gene is a letter, and an individual is
-// the fitter the more letters are right.
+// A genetic algorithm that finds a word: a gene is a letter, and an individual
+// is the fitter the more letters are right.
 
 #include <VexaBase/ga/GA_Population.h>
 

@@ -35,7 +35,8 @@ struct Wall : KyGraphArc {
             const Corner& b = FarEnd(other, pCorner);
             const long ax = a.x - At(pCorner).x, ay = a.y - At(pCorner).y;
             const long bx = b.x - At(pCorner).x, by = b.y - At(pCorner).y;
-            if (IsLower(ax, ay) != IsLower(bx, by)) return IsLower(ax, ay) ? 1 : -1;
+            if (IsLower(ax, ay) != IsLower(bx, by))
+                return IsLower(ax, ay) ? 1 : -1;
             // Positive where b lies counter-clockwise of a.
             const long nCross = ax * by - ay * bx;
             return nCross == 0 ? 0 : nCross > 0 ? -1 : 1;
@@ -45,9 +46,12 @@ struct Wall : KyGraphArc {
     }
 
     /// In the second half of the turn that starts eastward.
-    static bool IsLower(long nX, long nY) { return nY < 0 || (nY == 0 && nX < 0); }
+    static bool IsLower(long nX, long nY) {
+        return nY < 0 || (nY == 0 && nX < 0);
+    }
 
-    static const Corner& FarEnd(const KyGraphArc& wall, const KyGraphNode* pNear) {
+    static const Corner& FarEnd(const KyGraphArc& wall,
+                                const KyGraphNode* pNear) {
         return At(wall.m_pStart == pNear ? wall.m_pEnd : wall.m_pStart);
     }
 };
@@ -70,9 +74,9 @@ long Walk(const KyGraphPath& face) {
 }  // namespace
 
 int main() {
-    const long walls[][4] = {{0, 0, 4, 0}, {4, 0, 9, 0}, {9, 0, 9, 3}, {9, 3, 9, 6},
-                             {9, 6, 4, 6}, {4, 6, 0, 6}, {0, 6, 0, 0}, {4, 0, 4, 3},
-                             {4, 3, 4, 6}, {4, 3, 9, 3}};
+    const long walls[][4] = {
+        {0, 0, 4, 0}, {4, 0, 9, 0}, {9, 0, 9, 3}, {9, 3, 9, 6}, {9, 6, 4, 6},
+        {4, 6, 0, 6}, {0, 6, 0, 0}, {4, 0, 4, 3}, {4, 3, 4, 6}, {4, 3, 9, 3}};
     KyGraph plan;
     // Corners at one place become one corner.
     for (const auto& w : walls) {
@@ -91,11 +95,11 @@ int main() {
             // Turning to the next wall counter-clockwise keeps the face on the
             // right: clockwise is inside.
             if (nArea < 0) {
-                std::cout << "a room of " << face->GetLength() << " walls, area "
-                          << -nArea / 2 << '\n';
+                std::cout << "a room of " << face->GetLength()
+                          << " walls, area " << -nArea / 2 << '\n';
             } else {
-                std::cout << "outside: " << face->GetLength() << " walls around "
-                          << nArea / 2 << '\n';
+                std::cout << "outside: " << face->GetLength()
+                          << " walls around " << nArea / 2 << '\n';
             }
         }
     }

@@ -1,5 +1,5 @@
-// A sorted list with an index: look-up by bisection, insertion at the place that
-// the look-up found.
+// A sorted list with an index: look-up by bisection, insertion at the place
+// that the look-up found.
 
 #include <VexaBase/containers/KyXList.h>
 
@@ -13,7 +13,9 @@ struct Word {
     explicit Word(std::string text) : m_strText(std::move(text)) {}
     /// What BFindDataTo asks for: negative, 0 or positive as this word comes
     /// before, equals, or comes after.
-    int Cmp(const Word& other) const { return m_strText.compare(other.m_strText); }
+    int Cmp(const Word& other) const {
+        return m_strText.compare(other.m_strText);
+    }
     std::string m_strText;
     long m_nCount = 1;
 };

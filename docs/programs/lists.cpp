@@ -1,5 +1,5 @@
-// What lists can do beyond the protocol: they insert behind the cursor, reverse,
-// turn and splice, and their elements never change their addresses.
+// What lists can do beyond the protocol: they insert behind the cursor,
+// reverse, turn and splice, and their elements never change their addresses.
 
 #include <VexaBase/containers/KyDList.h>
 

@@ -9,8 +9,8 @@
 
 namespace {
 
-/// Tells of its end. The destructor is virtual, because an owning container deletes
-/// through T.
+/// Tells of its end. The destructor is virtual, because an owning container
+/// deletes through T.
 class Item {
 public:
     explicit Item(char c) : m_c(c) {}
@@ -36,8 +36,8 @@ int main() {
     std::unique_ptr<Item> taken(array.TakeOffCur());
     array.DelCur();  // removes the null slot: nothing to delete
 
-    std::cout
-        << "SetCurData overwrites without deleting: release what was there first\n";
+    std::cout << "SetCurData overwrites without deleting: release what was "
+                 "there first\n";
     array.MoveTo(0);
     array.ReleaseCur();
     array.SetCurData(new Item('C'));
@@ -51,7 +51,7 @@ int main() {
     list.Append(new Item('y'));
     std::unique_ptr<Item> kept(list.GetCurData());  // the cursor is on y
     list.SetCurData(nullptr);                       // null first ...
-    list.DelCur();                                  // ... then remove the element
+    list.DelCur();  // ... then remove the element
 
     std::cout << "a plain list owns its nodes only\n";
     {

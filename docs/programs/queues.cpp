@@ -25,16 +25,18 @@ int main() {
                   << (tickets.EnQuene(n) ? " waits\n" : " is refused\n");
     }
     long next = 0;
-    while (tickets.DeQuene(next)) std::cout << "ticket " << next << " is called\n";
+    while (tickets.DeQuene(next))
+        std::cout << "ticket " << next << " is called\n";
 
     KyPDListQuene<Parcel> shelf;
-    for (const char* to : {"Oslo", "Riga", "Bern"}) shelf.EnQuene(new Parcel(to));
+    for (const char* to : {"Oslo", "Riga", "Bern"})
+        shelf.EnQuene(new Parcel(to));
 
     Parcel* first = nullptr;
     shelf.DeQuene(first);  // handed over: it is ours now
     const std::unique_ptr<Parcel> ours(first);
-    std::cout << "taken: " << ours->m_strTo << "; waiting: " << shelf.GetLength()
-              << '\n';
+    std::cout << "taken: " << ours->m_strTo
+              << "; waiting: " << shelf.GetLength() << '\n';
     shelf.Reset();  // deletes what still waits
     std::cout << "the shelf is empty\n";
 }

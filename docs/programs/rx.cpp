@@ -1,5 +1,5 @@
-// Class descriptors: who is kin to whom, and objects made from the name of their
-// class.
+// Class descriptors: who is kin to whom, and objects made by their class's
+// name.
 
 #include <VexaBase/rx/KyRxClass.h>
 
@@ -47,13 +47,14 @@ int main() {
     const KyRxRunTimeClass& object = circle;
     std::cout << "the object is a " << object.GetCI()->m_pszName << ", number "
               << object.GetCI()->m_nNumber << '\n'
-              << "a Figure? " << object.GetCI()->IsClassOf(Figure::GetStaticCI())
-              << '\n'
+              << "a Figure? "
+              << object.GetCI()->IsClassOf(Figure::GetStaticCI()) << '\n'
               << "a \"Circle\"? " << object.GetCI()->IsClassOf("Circle") << '\n'
               << "is every Figure a Circle? "
               << Figure::s_classInfo.IsClassOf(Circle::GetStaticCI()) << '\n';
 
-    const std::unique_ptr<KyRxDynCreateClass> made(FindClass("Pen")->NewObject());
+    const std::unique_ptr<KyRxDynCreateClass> made(
+        FindClass("Pen")->NewObject());
     // A creatable object is told by its descriptor's identity.
     if (made->GetCI() == Pen::GetStaticCI()) {
         auto* const pen = static_cast<Pen*>(made.get());
@@ -61,6 +62,6 @@ int main() {
         pen->InitObject();  // NewObject does not call it
         std::cout << ", initialised: " << pen->m_nWidth << '\n';
     }
-    std::cout << "a Circle made by its descriptor: "
-              << FindClass("Circle")->NewObject() << '\n';
+    const bool bMade = FindClass("Circle")->NewObject() != nullptr;
+    std::cout << "does Circle's descriptor make one? " << bMade << '\n';
 }

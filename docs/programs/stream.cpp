@@ -1,5 +1,5 @@
-// Typed values as bytes: written, looked at, read back; in one block, in chunks,
-// and through a stream of one's own.
+// Typed values as bytes: written, looked at, read back; in one block, in
+// chunks, and through a stream of one's own.
 
 #include <VexaBase/stream/KyDynArrayStream.h>
 #include <VexaBase/stream/KyDynArrayStreamEx.h>
@@ -42,16 +42,16 @@ int main() {
     std::printf("read %ld and %g\n", nNumber, dHalf);
 
     nNumber = -1;
-    // Nothing is left: the position moves on all the same, the destination keeps
-    // its bytes.
+    // Nothing is left: the position moves on all the same, the destination
+    // keeps its bytes.
     stream >> nNumber;
     std::printf("past the end: %ld, position %ld of %ld\n", nNumber,
                 stream.GetPosition(), stream.GetLength());
 
     KyDynArrayStreamEx chunked(8);
     WriteRecord(chunked);
-    std::printf("in chunks of 8: %ld bytes in %ld chunks\n", chunked.GetLength(),
-                chunked.m_chunks.GetLength());
+    std::printf("in chunks of 8: %ld bytes in %ld chunks\n",
+                chunked.GetLength(), chunked.m_chunks.GetLength());
 
     Checksum checksum;
     WriteRecord(checksum);

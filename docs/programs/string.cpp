@@ -1,4 +1,5 @@
-// Wide strings: edits by position, search, replacement, and the order of labels.
+// Wide strings: edits by position, search, replacement, and the order of
+// labels.
 
 #include <VexaBase/string/CompareLabel.h>
 #include <VexaBase/string/KyString.h>
@@ -11,7 +12,8 @@ namespace {
 
 void Print(const char* what, const KyString& text) {
     std::cout << what << " \"";
-    for (const wchar_t c : text) std::cout << static_cast<char>(c);  // ASCII here
+    for (const wchar_t c : text)
+        std::cout << static_cast<char>(c);  // ASCII here
     std::cout << "\"\n";
 }
 
@@ -41,13 +43,14 @@ int main() {
     std::cout << count << " replaced:\n";
     Print("", line);
 
-    Print("formatted:",
-          KyString().Format(L"%ls has %ld characters", L"it", line.GetLength()));
+    Print("formatted:", KyString().Format(L"%ls has %ld characters", L"it",
+                                          line.GetLength()));
 
     std::vector<const wchar_t*> wards = {L"Ward 10", L"Ward 9", L"Annex 2",
                                          L"Ward 1"};
-    std::sort(wards.begin(), wards.end(), [](const wchar_t* a, const wchar_t* b) {
-        return CompareLabel(a, b) < 0;
-    });
+    std::sort(wards.begin(), wards.end(),
+              [](const wchar_t* a, const wchar_t* b) {
+                  return CompareLabel(a, b) < 0;
+              });
     for (const wchar_t* ward : wards) Print("-", ward);
 }

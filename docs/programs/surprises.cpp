@@ -1,5 +1,5 @@
-// Behaviours that surprise, each in a few lines. What a piece prints stands between
-// two lines with its name.
+// Behaviours that surprise, each in a few lines. What a piece prints stands
+// between two lines with its name.
 
 #include <VexaBase/containers/KyDList.h>
 #include <VexaBase/containers/KyDynArray.h>
@@ -46,8 +46,8 @@ void Indexing() {
     list.MoveToFirst();
     list[3] = 'D';
     list[2] = 'C';
-    std::cout << "length " << list.GetLength() << ", cursor " << list.GetCurIndex()
-              << '\n';
+    std::cout << "length " << list.GetLength() << ", cursor "
+              << list.GetCurIndex() << '\n';
     //! [indexing]
 }
 
@@ -92,8 +92,8 @@ void SetLength() {
     KyDynPArray<KyGraphNode> objects(100);
     bytes.SetLength(0, true);
     objects.SetLength(0, true);
-    std::cout << "capacity " << bytes.m_nCapacity << " and " << objects.m_nCapacity
-              << '\n';
+    std::cout << "capacity " << bytes.m_nCapacity << " and "
+              << objects.m_nCapacity << '\n';
     //! [set length]
 }
 
@@ -123,8 +123,8 @@ void ReplaceNothing() {
 
 void Labels() {
     //! [labels]
-    // All digits are one number; leading zeros do not count; of 2^32 + 1 the low 32
-    // bits count.
+    // All digits are one number; leading zeros do not count; of 2^32 + 1 the
+    // low 32 bits count.
     std::cout << CompareLabel(L"a1b2", L"ab12") << ' '
               << CompareLabel(L"item 007", L"item 7") << ' '
               << CompareLabel(L"x 4294967297", L"x 1") << '\n';
@@ -136,8 +136,8 @@ void NoBytes() {
     char nothing = 0;
     KyDynArrayStreamEx stream(8);
     stream.Write(&nothing, 0);
-    std::cout << stream.GetLength() << " bytes in " << stream.m_chunks.GetLength()
-              << " chunk\n";
+    std::cout << stream.GetLength() << " bytes in "
+              << stream.m_chunks.GetLength() << " chunk\n";
     //! [no bytes]
 }
 

@@ -1,5 +1,5 @@
-// Tasks: run one after another on the caller's thread, in the order in which they
-// were added.
+// Tasks: run one after another on the caller's thread, in the order in which
+// they were added.
 
 #include <VexaBase/task/KyParallelTask.h>
 #include <VexaBase/task/KyPlatform.h>
@@ -8,12 +8,15 @@
 
 namespace {
 
-/// Final, because a task has no virtual destructor; and it owns nothing, because
-/// its own never runs.
+/// Final, because a task has no virtual destructor; and it owns nothing,
+/// because its own never runs.
 class Step final : public KyParallelTask {
 public:
-    Step(const char* pszWhat, long& nDone) : m_pszWhat(pszWhat), m_nDone(nDone) {}
-    void Execute() override { std::cout << ++m_nDone << ". " << m_pszWhat << '\n'; }
+    Step(const char* pszWhat, long& nDone)
+        : m_pszWhat(pszWhat), m_nDone(nDone) {}
+    void Execute() override {
+        std::cout << ++m_nDone << ". " << m_pszWhat << '\n';
+    }
 
 private:
     const char* m_pszWhat;
@@ -34,5 +37,6 @@ int main() {
     Step once("tidy up", nDone);
     const bool bStarted = once.Start();  // has finished when it returns
     once.Wait();                         // so there is nothing to wait for
-    std::cout << std::boolalpha << bStarted << ", 64 bits: " << IsOS64() << '\n';
+    std::cout << std::boolalpha << bStarted << ", 64 bits: " << IsOS64()
+              << '\n';
 }
