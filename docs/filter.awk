@@ -78,6 +78,10 @@ END {
     for (i = nProse + 1; i <= NR; ++i) {
         s = line[i]
         if (i == nClass) printProse(1, nProse)
+        if (s ~ /^(};|public:|protected:)/ && isPrivate) {
+            print "/// \\endcond"
+            isPrivate = 0
+        }
         if (line[i - 1] !~ /^ *\/\/\// && usual(s) != "") print "    /// " usual(s)
         if (s ~ /^ *\/\/\/ O\(/ && line[i - 1] !~ /\/\/\//) sub(/\/\/\/ /, "/// As in the base class. ", s)
         if (s ~ /^ *\/\/\/ /) {
@@ -87,5 +91,9 @@ END {
             s = substr(s, 1, RSTART) "  ///< " text(substr(s, RSTART + RLENGTH))
         }
         print s
+        if (s ~ /^private:/) {
+            print "/// \\cond"
+            isPrivate = 1
+        }
     }
 }
