@@ -25,13 +25,16 @@ function prose(s) {
 
 function isUndescribedClass(i) {
     if (line[i - 1] ~ /^\/\/\//) return 0
-    if (line[i] ~ /^template </) return line[i + 1] ~ /^class KY_API /
+    if (line[i] ~ /^template </) return line[i + 1] ~ /^class /
     return line[i] ~ /^class / && line[i] !~ /;$/ && line[i - 1] !~ /^template </
 }
 
 function printProse(i, last) {
     for (i = 1; i <= last; ++i) print "///" prose(substr(line[i], 3))
 }
+
+# A declaration without the line that makes a template of it.
+function undecorated(i) { return line[line[i] ~ /^ *template </ ? i + 1 : i] }
 
 # The description of a member that has none, as far as its name says it all.
 function usual(s) {
@@ -44,6 +47,9 @@ function usual(s) {
     if (s ~ /^    [A-Za-z]+Iterator&? operator--/) return "One step back."
     if (s ~ /^    friend bool operator==/) return "Whether both stand at one element."
     if (s ~ /^    friend bool operator!=/) return "Whether they stand at different elements."
+    if (s ~ /^[A-Za-z].* operator([<>]|[<>=!]=)\(const A& a, const B& b\)/) return "Whether the two compare so."
+    if (s ~ /& operator<<\((char|bool|short|long|double) /) return "Calls the typed write of its type."
+    if (s ~ /& operator>>\((char|bool|short|long|double)& /) return "Calls the typed read of its type."
     if (s ~ /^    (const_)?iterator begin\(\)/) return "The first element, or end() when there is none."
     if (s ~ /^    (const_)?iterator end\(\)/) return "Behind the last element."
     if (s ~ /^    long GetLength\(\) const/) return "The number of elements."
@@ -52,6 +58,7 @@ function usual(s) {
         sub(/\(.*/, "", s)
         return "\\copydoc KyDynArrayBase::" s
     }
+    if (s ~ /^    [^~]*\) (const )?override/ && s !~ /GetCI/) return "As in the base class."
     return ""
 }
 
@@ -78,11 +85,12 @@ END {
     for (i = nProse + 1; i <= NR; ++i) {
         s = line[i]
         if (i == nClass) printProse(1, nProse)
-        if (s ~ /^(};|public:|protected:)/ && isPrivate) {
-            print "/// \\endcond"
-            isPrivate = 0
+        if (line[i - 1] !~ /^ *(\/\/\/|template )/ && usual(undecorated(i)) != "") print "/// " usual(undecorated(i))
+        if (s == "template <>" && line[i + 1] ~ /^struct std::/) {
+            # Doxygen does not know a class of this kind.
+            print "/// \\cond"
+            isHidden = 1
         }
-        if (line[i - 1] !~ /^ *\/\/\// && usual(s) != "") print "    /// " usual(s)
         if (s ~ /^ *\/\/\/ O\(/ && line[i - 1] !~ /\/\/\//) sub(/\/\/\/ /, "/// As in the base class. ", s)
         if (s ~ /^ *\/\/\/ /) {
             at = index(s, "/// ") + 3
@@ -91,9 +99,9 @@ END {
             s = substr(s, 1, RSTART) "  ///< " text(substr(s, RSTART + RLENGTH))
         }
         print s
-        if (s ~ /^private:/) {
-            print "/// \\cond"
-            isPrivate = 1
+        if (isHidden && s == "};") {
+            print "/// \\endcond"
+            isHidden = 0
         }
     }
 }
