@@ -10,6 +10,7 @@
 //       m_pPre is the tail
 #pragma once
 
+#include <typeinfo>
 #include <utility>
 
 #include "VexaBase/containers/KyList.h"
@@ -109,6 +110,20 @@ public:
         --this->m_nLength;
     }
 
+    using KyList<T>::Sort;
+
+    /// The sorts of KyList. O(length + pairs out of order).
+    void Sort(bool bAscending) override {
+        if (bAscending) {
+            SortStably([](T& e, T& x) { return KyElementOrder<T>::IsGreater(e, x); });
+        } else {
+            SortStably([](T& e, T& x) { return KyElementOrder<T>::IsLess(e, x); });
+        }
+    }
+    void Sort(int (*pfnCompare)(const T&, const T&)) override {
+        SortStably([pfnCompare](const T& e, const T& x) { return pfnCompare(e, x) > 0; });
+    }
+
     /// Inserts a copy of x behind the current element, at the head with the cursor on none. The cursor ends
     /// on x; returns its address. Changes nothing when the node cannot be had. O(1).
     T* InsertAfterCur(const T& x) override {
@@ -185,5 +200,42 @@ protected:
     void FreeRing() {
         this->template FreeNodes<Node>();
         delete static_cast<Sentinel*>(std::exchange(this->m_pHead, nullptr));
+    }
+
+private:
+    template <class IsAfter>
+    void SortStably(IsAfter isAfter) {
+        if (typeid(*this) == typeid(KyDList)) {
+            SortNodes(isAfter);
+        } else {
+            this->InsertionSort(isAfter);
+        }
+    }
+
+    /// KyList::InsertionSort where no derived class takes part: the same steps, the cursor's included, from
+    /// node to node.
+    template <class IsAfter>
+    void SortNodes(IsAfter isAfter) {
+        if (this->m_nLength < 2) {
+            return;
+        }
+        KyListNode<T>* pNode = this->m_pHead->m_pNext->m_pNext;
+        for (long nIndex = 1; pNode != this->m_pHead; ++nIndex) {
+            KyListNode<T>* const pNext = pNode->m_pNext;
+            KyListNode<T>* pEarlier = PreOf(pNode);
+            this->SetCursor(pEarlier, nIndex - 1);
+            if (isAfter(pEarlier->m_data, pNode->m_data)) {
+                long nEarlier = nIndex - 1;
+                do {
+                    pEarlier = PreOf(pEarlier);
+                    this->SetCursor(pEarlier, --nEarlier);
+                } while (nEarlier >= 0 && isAfter(pEarlier->m_data, pNode->m_data));
+                KyDList::InsertAfterCur(pNode->m_data);
+                this->SetCursor(pNode, nIndex + 1);
+                KyDList::DelCur();
+            }
+            pNode = pNext;
+        }
+        this->SetCursor(this->m_pHead, -1);
     }
 };

@@ -399,10 +399,11 @@ protected:
 
     /// Counts a node just linked behind the cursor and puts the cursor on it.
     void SetCurrentToNew(Node* pNode) {
-        if (m_pTail == m_pCurNode) {
+        Node* const pBefore = m_pCurNode;
+        SetCursor(pNode, this->m_nCurIndex + 1);
+        if (m_pTail == pBefore) {
             m_pTail = pNode;
         }
-        SetCursor(pNode, this->m_nCurIndex + 1);
         ++this->m_nLength;
     }
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <limits>
 #include <memory>
 #include <new>
@@ -15,6 +16,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <rapidcheck.h>
+#include <rapidcheck/gtest.h>
 
 #include "AllocationLog.h"
 #include "ListProbes.h"
@@ -130,6 +133,73 @@ std::vector<Token*> AdoptTokens(List& list, const std::vector<long>& letters, lo
         list.Append(tokens.back());
     }
     return tokens;
+}
+
+/// A doubly linked list that is not exactly a KyDList, so that its sort goes by the virtual operations.
+template <class T>
+class VirtualDList : public KyDList<T> {};
+
+/// An element that notes all that a sort does with it, and throws when its patience is over.
+class Witness {
+public:
+    explicit Witness(long nKey = 0, long nTag = 0) : m_nKey(nKey), m_nTag(nTag) {}
+    Witness(const Witness& other) : m_nKey(other.m_nKey), m_nTag(other.m_nTag) { Note("copy", m_nTag); }
+    Witness& operator=(const Witness&) = default;
+    ~Witness() { s_seen.push_back("destroy " + std::to_string(m_nTag)); }
+
+    static int Compare(const Witness& a, const Witness& b) {
+        Note("compare", a.m_nTag, b.m_nTag);
+        return a.m_nKey < b.m_nKey ? -1 : static_cast<int>(a.m_nKey > b.m_nKey);
+    }
+    friend bool operator>(const Witness& a, const Witness& b) { return Compare(a, b) > 0; }
+    friend bool operator<(const Witness& a, const Witness& b) { return Compare(a, b) < 0; }
+
+    long m_nKey;
+    long m_nTag;
+
+    inline static const KyList<Witness>* s_pList;
+    inline static long s_nPatience;
+    inline static std::vector<std::string> s_seen;
+
+private:
+    /// Notes an event, the length of the list and its cursor.
+    template <class... Tags>
+    static void Note(std::string sEvent, Tags... tags) {
+        ((sEvent += ' ' + std::to_string(tags)), ...);
+        sEvent += " in " + std::to_string(s_pList->m_nLength) + " at " + std::to_string(s_pList->m_nCurIndex);
+        s_seen.push_back(sEvent + " on " + std::to_string(CursorPosition(*s_pList)));
+        if (s_nPatience-- == 0) {
+            throw std::runtime_error("no patience");
+        }
+    }
+};
+
+/// What a caller sees of a sort that is interrupted at the step given: every event, then the tags in order,
+/// those of the nodes that stayed starred, and the cursor.
+template <class List>
+std::vector<std::string> SortWitnesses(const std::vector<long>& keys, Way way, long nPatience) {
+    List list;
+    Witness::s_pList = &list;
+    Witness::s_nPatience = -1;
+    for (const long nKey : keys) {
+        list.Append(Witness(nKey, list.m_nLength));
+    }
+    const std::vector<KyListNode<Witness>*> before = Nodes(list);
+    Witness::s_nPatience = nPatience;
+    Witness::s_seen.clear();
+    try {
+        SortBy(list, way, Witness::Compare);
+    } catch (const std::runtime_error&) {
+        Witness::s_seen.emplace_back("thrown");
+    }
+    std::vector<std::string> seen = Witness::s_seen;
+    for (const KyListNode<Witness>* p : Nodes(list)) {
+        const auto nTag = static_cast<std::size_t>(p->m_data.m_nTag);
+        seen.push_back(std::to_string(nTag) + (p == before[nTag] ? "*" : ""));
+    }
+    seen.push_back(std::to_string(list.m_nCurIndex));
+    EXPECT_TRUE(IsSound(list));
+    return seen;
 }
 
 constexpr long NoNulls = -1;
@@ -350,6 +420,17 @@ TEST(ListSorting, TheDoublyLinkedSortIsBuiltFromCursorOperations) {
                             // 1 passes 3, then 2, then meets the sentinel
                             "MoveToPre", "MoveToPre", "MoveToPre", "InsertAfterCur", "DelCur", "MoveToPre",
                             "MoveToNext"));
+}
+
+RC_GTEST_PROP(ListSorting, APlainDoublyLinkedListSortsStepByStepAsOneWithVirtualOperationsDoes, ()) {
+    const auto keys = *rc::gen::container<std::vector<long>>(rc::gen::inRange(0L, 6L));
+    const auto way = *rc::gen::elementOf(std::vector<Way>(std::begin(EveryWay), std::end(EveryWay)));
+    const auto nPatience = *rc::gen::weightedOneOf<long>(
+        {{1, rc::gen::just(-1L)},
+         {1, rc::gen::inRange(0L, 1 + static_cast<long>(keys.size() * keys.size()))}});
+
+    RC_ASSERT(SortWitnesses<KyDList<Witness>>(keys, way, nPatience) ==
+              SortWitnesses<VirtualDList<Witness>>(keys, way, nPatience));
 }
 
 TEST(ListSorting, TheSinglyLinkedSortTakesNoFasterPath) {
