@@ -1,5 +1,7 @@
 #include "VexaBase/event/KyEventReactor.h"
 
+#include <array>
+#include <cstddef>
 #include <cwchar>
 #include <memory>
 
@@ -15,25 +17,56 @@
 
 namespace {
 
-bool Wants(const KyEventReactor& reactor, const KyEvent& event) {
-    return reactor.m_nMask == 0 || event.m_nMask == 0 || (reactor.m_nMask & event.m_nMask) != 0;
+bool Wants(const KyEventReactor& reactor, unsigned int nMask) {
+    return reactor.m_nMask == 0 || nMask == 0 || (reactor.m_nMask & nMask) != 0;
 }
 
 bool IsOnReactor() {
     return g_lstReactor.GetCurIndex() >= 0 && g_lstReactor.GetCurIndex() < g_lstReactor.GetLength();
 }
 
-}  // namespace
-
 /// Walks the reactors with the list's own cursor. A handler may change the list, move the cursor or destroy
-/// its reactor: all that is read after it is the cursor.
-[[gnu::visibility("hidden")]] void OnEvent(KyEvent& event) {
-    for (g_lstReactor.MoveToFirst(); IsOnReactor(); g_lstReactor.MoveToNext()) {
-        KyEventReactor* const pReactor = g_lstReactor.GetCurData();
-        if (Wants(*pReactor, event)) {
-            pReactor->React(event.m_strName.c_str(), event.m_pData);
+/// its reactor: all that is read after it is the cursor. While the handlers leave that where it is, the walk
+/// goes by its own copy of it, which spares every reactor the wait for what the one before has stored.
+void Deliver(const wchar_t* pszName, void* pData, unsigned int nMask) {
+    KyDList<KyEventReactor*>& lst = g_lstReactor;
+    for (lst.MoveToFirst(); IsOnReactor(); lst.MoveToNext()) {
+        const KyListNode<KyEventReactor*>* pNode = lst.m_pCurNode;
+        for (long nIndex = lst.m_nCurIndex;; ++nIndex) {
+            KyEventReactor* const pReactor = pNode->m_data;
+            if (Wants(*pReactor, nMask)) {
+                pReactor->React(pszName, pData);
+            }
+            const bool bStays = lst.m_pCurNode == pNode && lst.m_nCurIndex == nIndex;
+            if (!bStays || pNode == lst.m_pTail) {
+                break;
+            }
+            lst.m_pCurNode = pNode->m_pNext;
+            lst.m_nCurIndex = nIndex + 1;
+            pNode = pNode->m_pNext;
         }
     }
+}
+
+/// Copies a name, null being empty, into the array; false when it does not fit.
+template <std::size_t nCapacity>
+bool CopyName(const wchar_t* pszName, std::array<wchar_t, nCapacity>& copy) {
+    if (pszName == nullptr) {
+        pszName = L"";
+    }
+    for (wchar_t& ch : copy) {
+        ch = *pszName++;
+        if (ch == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+[[gnu::visibility("hidden")]] void OnEvent(KyEvent& event) {
+    Deliver(event.m_strName.c_str(), event.m_pData, event.m_nMask);
 }
 
 KyEvent::KyEvent(const wchar_t* pszName, void* pData, unsigned int nMask)
@@ -69,8 +102,13 @@ void KyPostEvent(const wchar_t* pszName, void* pData, unsigned int nMask) {
 }
 
 void KySendEvent(const wchar_t* pszName, void* pData, unsigned int nMask) {
-    KyEvent event(pszName, pData, nMask);
-    OnEvent(event);
+    std::array<wchar_t, 24> shortName;  // written up to the name's 0
+    if (CopyName(pszName, shortName)) {
+        Deliver(shortName.data(), pData, nMask);
+    } else {
+        KyEvent event(pszName, pData, nMask);
+        OnEvent(event);
+    }
 }
 
 void KyProcessPostEvents() {

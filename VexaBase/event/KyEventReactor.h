@@ -79,7 +79,8 @@ KY_API void KyUnRegisterReactor(KyEventReactor* pReactor);
 /// delivered. When memory runs out nothing is queued and nothing leaked. O(length of the name).
 KY_API void KyPostEvent(const wchar_t* pszName, void* pData, unsigned int nMask);
 
-/// Delivers an event now; the queue is left alone. O(reactors).
+/// Delivers an event now; the queue is left alone. O(reactors + length of the name). Allocates nothing unless
+/// the name is longer than 23 characters.
 KY_API void KySendEvent(const wchar_t* pszName, void* pData, unsigned int nMask);
 
 /// Delivers the queued events, oldest first, until the queue is empty: those that handlers post meanwhile as

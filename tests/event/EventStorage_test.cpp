@@ -63,6 +63,22 @@ TEST_F(KyEventStorage, AQueuedEventIsARecordItsNameAndANode) {
     KyProcessPostEvents();
 }
 
+TEST_F(KyEventStorage, ANameOfUpTo23CharactersIsSentWithoutAllocating) {
+    long nShort = 0, nLong = 0;
+    {
+        const HeapWatch watch;
+        KySendEvent(L"", nullptr, 0);
+        KySendEvent(nullptr, nullptr, 0);
+        KySendEvent(L"twenty-three characters", nullptr, 0);
+        nShort = watch.Allocations();
+        KySendEvent(L"twenty-four characters..", nullptr, 0);
+        nLong = watch.Allocations();
+    }
+
+    EXPECT_EQ(nShort, 0);
+    EXPECT_EQ(nLong, 1) << "the name";
+}
+
 TEST_F(KyEventStorage, ADeliveredEventLeavesNothing) {
     std::size_t nPosted = 0, nSent = 0;
     {

@@ -258,6 +258,30 @@ TEST_F(KyEventChannel, TheHandlerReceivesACopyOfTheNameAndTheVeryPointer) {
     EXPECT_EQ(keen.m_pData, &nData);
 }
 
+RC_GTEST_PROP(KyEventNames, ArriveAsTheyWereSentOrPosted, ()) {
+    class Reader : public KyEventReactor {
+    public:
+        void React(const wchar_t* pszName, void* pData) override {
+            m_names.emplace_back(pszName);
+            m_bIsCopy = m_bIsCopy && pszName != pData;
+        }
+        std::vector<std::wstring> m_names;
+        bool m_bIsCopy = true;
+    };
+    const auto codes =
+        *rc::gen::scale(2, rc::gen::container<std::vector<int>>(rc::gen::inRange(1, 0x110000)));
+    std::wstring name(codes.begin(), codes.end());
+    Reader reader;
+    const KyScopedReactor listening(reader);
+
+    KySendEvent(name.c_str(), name.data(), 0);
+    KyPostEvent(name.c_str(), name.data(), 0);
+    KyProcessPostEvents();
+
+    RC_ASSERT(reader.m_names == (std::vector<std::wstring>{name, name}));
+    RC_ASSERT(reader.m_bIsCopy);
+}
+
 TEST_F(KyEventChannel, SendingLeavesTheQueueAlone) {
     KyPostEvent(L"posted", nullptr, 0);
     KySendEvent(L"unheard", nullptr, 0);
