@@ -49,8 +49,43 @@ void Fill(std::forward_list<long>& list, long n) {
     }
 }
 
+// Appending ends before the list is emptied: giving nodes back is the allocator's affair.
 template <class List>
 void AppendOurs(benchmark::State& state) {
+    TidyHeap();
+    const long n = state.range(0);
+    for (auto _ : state) {
+        List list;
+        for (long i = 0; i < n; ++i) {
+            list.Append(i);
+        }
+        state.PauseTiming();
+        list.Reset();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(AppendOurs<KyDList<long>>)->Name("lists/append/ours")->Arg(1'000)->Arg(100'000);
+BENCHMARK(AppendOurs<KyList<long>>)->Name("lists/append, singly linked/ours")->Arg(1'000)->Arg(100'000);
+
+template <class List>
+void AppendStd(benchmark::State& state) {
+    TidyHeap();
+    for (auto _ : state) {
+        List list;
+        Fill(list, state.range(0));
+        state.PauseTiming();
+        list.clear();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(AppendStd<std::list<long>>)->Name("lists/append/std::list")->Arg(1'000)->Arg(100'000);
+BENCHMARK(AppendStd<std::forward_list<long>>)
+    ->Name("lists/append, singly linked/std::forward_list")
+    ->Arg(1'000)
+    ->Arg(100'000);
+
+template <class List>
+void LiveOurs(benchmark::State& state) {
     TidyHeap();
     const long n = state.range(0);
     for (auto _ : state) {
@@ -61,11 +96,14 @@ void AppendOurs(benchmark::State& state) {
         benchmark::DoNotOptimize(list.m_pTail);
     }
 }
-BENCHMARK(AppendOurs<KyDList<long>>)->Name("list/append/ours")->Arg(100)->Arg(10'000);
-BENCHMARK(AppendOurs<KyList<long>>)->Name("forward list/append/ours")->Arg(100)->Arg(10'000);
+BENCHMARK(LiveOurs<KyDList<long>>)->Name("lists/append and release/ours")->Arg(1'000)->Arg(100'000);
+BENCHMARK(LiveOurs<KyList<long>>)
+    ->Name("lists/append and release, singly linked/ours")
+    ->Arg(1'000)
+    ->Arg(100'000);
 
 template <class List>
-void AppendStd(benchmark::State& state) {
+void LiveStd(benchmark::State& state) {
     TidyHeap();
     for (auto _ : state) {
         List list;
@@ -73,26 +111,46 @@ void AppendStd(benchmark::State& state) {
         benchmark::DoNotOptimize(list.front());
     }
 }
-BENCHMARK(AppendStd<std::list<long>>)->Name("list/append/std::list")->Arg(100)->Arg(10'000);
-BENCHMARK(AppendStd<std::forward_list<long>>)
-    ->Name("forward list/append/std::forward_list")
-    ->Arg(100)
-    ->Arg(10'000);
+BENCHMARK(LiveStd<std::list<long>>)->Name("lists/append and release/std::list")->Arg(1'000)->Arg(100'000);
+BENCHMARK(LiveStd<std::forward_list<long>>)
+    ->Name("lists/append and release, singly linked/std::forward_list")
+    ->Arg(1'000)
+    ->Arg(100'000);
+
+/// Ends the program unless the elements are 0 .. n - 1.
+template <class List>
+void ExpectNumbers(const List& list, long n) {
+    long nNext = 0;
+    for (const long nElement : list) {
+        if (nElement != nNext++) {
+            std::fputs("lists: a wrong element\n", stderr);
+            std::abort();
+        }
+    }
+    if (nNext != n) {
+        std::fputs("lists: a wrong length\n", stderr);
+        std::abort();
+    }
+}
 
 template <class List>
 void WalkByRange(benchmark::State& state) {
     TidyHeap();
     List list;
     Fill(list, state.range(0));
+    ExpectNumbers(list, state.range(0));
     for (auto _ : state) {
         benchmark::DoNotOptimize(std::accumulate(list.begin(), list.end(), 0L));
     }
 }
-BENCHMARK(WalkByRange<KyDList<long>>)->Name("list/walk by range/ours")->Arg(1'000)->Arg(100'000);
-BENCHMARK(WalkByRange<std::list<long>>)->Name("list/walk by range/std::list")->Arg(1'000)->Arg(100'000);
-BENCHMARK(WalkByRange<KyList<long>>)->Name("forward list/walk by range/ours")->Arg(1'000)->Arg(100'000);
+BENCHMARK(WalkByRange<KyDList<long>>)->Name("lists/walk by range/ours")->Arg(1'000)->Arg(100'000);
+BENCHMARK(WalkByRange<std::list<long>>)->Name("lists/walk by range/std::list")->Arg(1'000)->Arg(100'000);
+BENCHMARK(WalkByRange<KyList<long>>)
+    ->Name("lists/walk by range, singly linked/ours")
+    ->Arg(1'000)
+    ->Arg(100'000);
 BENCHMARK(WalkByRange<std::forward_list<long>>)
-    ->Name("forward list/walk by range/std::forward_list")
+    ->Name("lists/walk by range, singly linked/std::forward_list")
     ->Arg(1'000)
     ->Arg(100'000);
 
@@ -110,11 +168,14 @@ void WalkByCursor(benchmark::State& state) {
         benchmark::DoNotOptimize(nSum);
     }
 }
-BENCHMARK(WalkByCursor<KyDList<long>>)->Name("list/walk by cursor/ours")->Arg(1'000)->Arg(100'000);
-BENCHMARK(WalkByRange<std::list<long>>)->Name("list/walk by cursor/std::list")->Arg(1'000)->Arg(100'000);
-BENCHMARK(WalkByCursor<KyList<long>>)->Name("forward list/walk by cursor/ours")->Arg(1'000)->Arg(100'000);
+BENCHMARK(WalkByCursor<KyDList<long>>)->Name("lists/walk by cursor/ours")->Arg(1'000)->Arg(100'000);
+BENCHMARK(WalkByRange<std::list<long>>)->Name("lists/walk by cursor/std::list")->Arg(1'000)->Arg(100'000);
+BENCHMARK(WalkByCursor<KyList<long>>)
+    ->Name("lists/walk by cursor, singly linked/ours")
+    ->Arg(1'000)
+    ->Arg(100'000);
 BENCHMARK(WalkByRange<std::forward_list<long>>)
-    ->Name("forward list/walk by cursor/std::forward_list")
+    ->Name("lists/walk by cursor, singly linked/std::forward_list")
     ->Arg(1'000)
     ->Arg(100'000);
 
@@ -128,7 +189,7 @@ void EditOurs(benchmark::State& state) {
         list.MoveToNext();
     }
 }
-BENCHMARK(EditOurs)->Name("list/insert and delete at the cursor/ours");
+BENCHMARK(EditOurs)->Name("lists/insert and delete at the cursor/ours");
 
 void EditStd(benchmark::State& state) {
     TidyHeap();
@@ -139,7 +200,7 @@ void EditStd(benchmark::State& state) {
         it = list.erase(it);
     }
 }
-BENCHMARK(EditStd)->Name("list/insert and delete at the cursor/std::list");
+BENCHMARK(EditStd)->Name("lists/insert and delete at the cursor/std::list");
 
 // A singly linked list reaches the element before the cursor from the head: only there is deleting constant.
 void HeadEditOurs(benchmark::State& state) {
@@ -150,7 +211,7 @@ void HeadEditOurs(benchmark::State& state) {
         list.DelCur();
     }
 }
-BENCHMARK(HeadEditOurs)->Name("forward list/insert and delete at the head/ours");
+BENCHMARK(HeadEditOurs)->Name("lists/insert and delete at the head, singly linked/ours");
 
 void HeadEditStd(benchmark::State& state) {
     TidyHeap();
@@ -161,7 +222,7 @@ void HeadEditStd(benchmark::State& state) {
         list.pop_front();
     }
 }
-BENCHMARK(HeadEditStd)->Name("forward list/insert and delete at the head/std::forward_list");
+BENCHMARK(HeadEditStd)->Name("lists/insert and delete at the head, singly linked/std::forward_list");
 
 using Comparison = int (*)(const long&, const long&);
 
@@ -173,7 +234,7 @@ class InsertionSorter {
 public:
     explicit InsertionSorter(std::size_t n) : m_nodes(n) {
         for (auto& pNode : m_nodes) {
-            pNode = std::make_unique<KyDListNode<long>>();
+            pNode = std::make_unique<Node>(0);
         }
     }
 
@@ -187,13 +248,20 @@ public:
                     --j;
                 } while (j > 0 && pfnCompare(array[j - 1], x) > 0);
                 array[j] = x;
-                m_nodes[i] = std::unique_ptr<KyDListNode<long>>(new KyDListNode<long>{{x, nullptr}, nullptr});
+                m_nodes[i] = std::make_unique<Node>(x);
             }
         }
     }
 
 private:
-    std::vector<std::unique_ptr<KyDListNode<long>>> m_nodes;
+    struct Node {
+        explicit Node(long nElement) : m_nElement(nElement) {}
+        long m_nElement;
+        Node* m_pNext = nullptr;
+        Node* m_pPre = nullptr;
+    };
+
+    std::vector<std::unique_ptr<Node>> m_nodes;
 };
 
 void Sort(KyDList<long>& list, Comparison pfnCompare) { list.Sort(pfnCompare); }
