@@ -18,7 +18,7 @@
 namespace {
 
 bool Wants(const KyEventReactor& reactor, unsigned int nMask) {
-    return reactor.m_nMask == 0 || nMask == 0 || (reactor.m_nMask & nMask) != 0;
+    return nMask == 0 || reactor.m_nMask == 0 || (reactor.m_nMask & nMask) != 0;
 }
 
 bool IsOnReactor() {
