@@ -397,7 +397,8 @@ protected:
         this->m_nCurIndex = nIndex;
     }
 
-    /// Counts a node just linked behind the cursor and puts the cursor on it.
+    /// Counts a node just linked behind the cursor and puts the cursor on it. The length comes last: next to
+    /// the index, g++ would read both as one vector, which waits for their separate stores.
     void SetCurrentToNew(Node* pNode) {
         Node* const pBefore = m_pCurNode;
         SetCursor(pNode, this->m_nCurIndex + 1);
