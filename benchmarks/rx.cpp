@@ -1,6 +1,14 @@
 // Kinship tests beside the language's own dynamic_cast, on classes rooted in KyRxRunTimeClass: Leaf is four
-// classes deep. A case's name is job/case/library.
+// classes deep, Stranger is no kin of it. A case's name is job/case/library.
 #include <benchmark/benchmark.h>
+
+#include <array>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
 
 #include "VexaBase/rx/KyRxClass.h"
 
@@ -24,44 +32,88 @@ KY_IMPLEMENT_CLASS(Middle, 2, Base)
 KY_IMPLEMENT_CLASS(Leaf, 3, Middle)
 KY_IMPLEMENT_CLASS(Stranger, 4, KyRxRunTimeClass)
 
-template <class Target>
-void ByDescriptor(benchmark::State& state) {
-    Leaf leaf;
-    KyRxRunTimeClass* pObject = &leaf;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(pObject);
-        benchmark::DoNotOptimize(pObject->GetCI()->IsClassOf(Target::GetStaticCI()));
-    }
-}
-BENCHMARK(ByDescriptor<Leaf>)->Name("kinship/own class/ours, by descriptor");
-BENCHMARK(ByDescriptor<KyRxRunTimeClass>)->Name("kinship/root/ours, by descriptor");
-BENCHMARK(ByDescriptor<Stranger>)->Name("kinship/no kin/ours, by descriptor");
+// The three ways to ask whether an object is a Target.
 
 template <class Target>
-void ByName(benchmark::State& state) {
-    Leaf leaf;
-    KyRxRunTimeClass* pObject = &leaf;
-    const char* const pszName = Target::GetStaticCI()->m_pszName;
-    for (auto _ : state) {
-        benchmark::DoNotOptimize(pObject);
-        benchmark::DoNotOptimize(pObject->GetCI()->IsClassOf(pszName));
+class ByDescriptor {
+public:
+    bool operator()(KyRxRunTimeClass* pObject) const {
+        return pObject->GetCI()->IsClassOf(Target::GetStaticCI());
     }
-}
-BENCHMARK(ByName<Leaf>)->Name("kinship/own class/ours, by name");
-BENCHMARK(ByName<KyRxRunTimeClass>)->Name("kinship/root/ours, by name");
-BENCHMARK(ByName<Stranger>)->Name("kinship/no kin/ours, by name");
+};
 
 template <class Target>
-void ByDynamicCast(benchmark::State& state) {
+class ByName {
+public:
+    bool operator()(KyRxRunTimeClass* pObject) const { return pObject->GetCI()->IsClassOf(m_sName.c_str()); }
+
+private:
+    // A text of its own: nothing can be told from its address.
+    std::string m_sName = Target::GetStaticCI()->m_pszName;
+};
+
+template <class Target>
+class ByDynamicCast {
+public:
+    bool operator()(KyRxRunTimeClass* pObject) const {
+        auto* pTarget = dynamic_cast<Target*>(pObject);
+        benchmark::DoNotOptimize(pTarget);
+        return pTarget != nullptr;
+    }
+};
+
+template <template <class> class IsA, class Target>
+void AskOne(benchmark::State& state) {
+    const IsA<Target> isA;
     Leaf leaf;
     KyRxRunTimeClass* pObject = &leaf;
+    if (isA(pObject) != ByDynamicCast<Target>()(pObject)) {
+        std::fputs("class kinship: the library and dynamic_cast differ\n", stderr);
+        std::abort();
+    }
     for (auto _ : state) {
         benchmark::DoNotOptimize(pObject);
-        benchmark::DoNotOptimize(dynamic_cast<Target*>(pObject) != nullptr);
+        benchmark::DoNotOptimize(isA(pObject));
     }
 }
-BENCHMARK(ByDynamicCast<Leaf>)->Name("kinship/own class/dynamic_cast");
-BENCHMARK(ByDynamicCast<Base>)->Name("kinship/root/dynamic_cast");
-BENCHMARK(ByDynamicCast<Stranger>)->Name("kinship/no kin/dynamic_cast");
+BENCHMARK(AskOne<ByDescriptor, Leaf>)->Name("class kinship/own class/ours, by descriptor");
+BENCHMARK(AskOne<ByName, Leaf>)->Name("class kinship/own class/ours, by name");
+BENCHMARK(AskOne<ByDynamicCast, Leaf>)->Name("class kinship/own class/dynamic_cast");
+BENCHMARK(AskOne<ByDescriptor, Base>)->Name("class kinship/root/ours, by descriptor");
+BENCHMARK(AskOne<ByName, Base>)->Name("class kinship/root/ours, by name");
+BENCHMARK(AskOne<ByDynamicCast, Base>)->Name("class kinship/root/dynamic_cast");
+BENCHMARK(AskOne<ByDescriptor, Stranger>)->Name("class kinship/no kin/ours, by descriptor");
+BENCHMARK(AskOne<ByName, Stranger>)->Name("class kinship/no kin/ours, by name");
+BENCHMARK(AskOne<ByDynamicCast, Stranger>)->Name("class kinship/no kin/dynamic_cast");
+
+// Objects of all four classes in random order, each asked for all four.
+template <template <class> class IsA>
+void AskMixed(benchmark::State& state) {
+    constexpr std::size_t nObjects = 4096;
+    std::mt19937 engine(1);
+    std::vector<std::unique_ptr<KyRxRunTimeClass>> objects;
+    for (std::size_t i = 0; i < nObjects; ++i) {
+        const std::array<KyRxRunTimeClass* (*)(), 4> make = {
+            []() -> KyRxRunTimeClass* { return new Base; }, []() -> KyRxRunTimeClass* { return new Middle; },
+            []() -> KyRxRunTimeClass* { return new Leaf; },
+            []() -> KyRxRunTimeClass* { return new Stranger; }};
+        objects.emplace_back(make[engine() % make.size()]());
+    }
+    const IsA<Base> isBase;
+    const IsA<Middle> isMiddle;
+    const IsA<Leaf> isLeaf;
+    const IsA<Stranger> isStranger;
+    std::size_t i = 0;
+    for (auto _ : state) {
+        KyRxRunTimeClass* pObject = objects[++i % nObjects].get();
+        benchmark::DoNotOptimize(isBase(pObject));
+        benchmark::DoNotOptimize(isMiddle(pObject));
+        benchmark::DoNotOptimize(isLeaf(pObject));
+        benchmark::DoNotOptimize(isStranger(pObject));
+    }
+}
+BENCHMARK(AskMixed<ByDescriptor>)->Name("class kinship/mixed/ours, by descriptor");
+BENCHMARK(AskMixed<ByName>)->Name("class kinship/mixed/ours, by name");
+BENCHMARK(AskMixed<ByDynamicCast>)->Name("class kinship/mixed/dynamic_cast");
 
 }  // namespace

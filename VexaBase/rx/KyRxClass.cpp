@@ -4,19 +4,22 @@
 
 namespace {
 
-/// A descriptor answers for itself once none of its bases has.
+/// So many levels of single inheritance are walked in a loop; every further such stretch is a call, so that a
+/// circle of bases ends on an exhausted stack, never in an endless loop.
+constexpr int nLoopedLevels = 16;
+
+/// What the first of the bases answers that is of the class asked for; bElse where none is.
 template <class Argument>
-bool AnyBaseIsClassOf(const KyRxClassInfo& info, Argument argument) {
+[[gnu::noinline]] bool AnswerOfBases(const KyRxClassInfo& info, Argument argument, bool bElse) {
     for (const KyRxClassInfo* pBase : info.m_pBases) {
-        if (pBase == nullptr) return false;
+        if (pBase == nullptr) return bElse;
         const bool bIs = pBase->IsClassOf(argument);
         // Emits nothing, but has to come after the call: no compiler may turn the recursion into a jump or
-        // take it for free of effects. A circle of bases ends on an exhausted stack, never in an endless
-        // loop.
+        // take it for free of effects.
         asm volatile("");
         if (bIs) return true;
     }
-    return false;
+    return bElse;
 }
 
 }  // namespace
@@ -35,13 +38,40 @@ KyRxDynCreateClass* KyRxClassInfo::NewObject() const {
     return m_pfnCreate != nullptr ? m_pfnCreate() : nullptr;
 }
 
+// A descriptor answers for itself once none of its bases has. Whether it is the one asked for is seen on the
+// way to them, but no answer is given before that way has ended.
 bool KyRxClassInfo::IsClassOf(const KyRxClassInfo* pOther) const {
-    return AnyBaseIsClassOf(*this, pOther) || this == pOther;
+    const KyRxClassInfo* pInfo = this;
+    bool bIs = pInfo == pOther;
+    for (int nLevels = 1; nLevels < nLoopedLevels && pInfo->m_pBases[1] == nullptr; ++nLevels) {
+        if (pInfo->m_pBases[0] == nullptr) return bIs;
+        pInfo = pInfo->m_pBases[0];
+        bIs = bIs || pInfo == pOther;
+    }
+    return AnswerOfBases(*pInfo, pOther, bIs);
 }
 
 bool KyRxClassInfo::IsClassOf(const char* pszName) const {
     KY_CHECK(pszName != nullptr, "KyRxClassInfo::IsClassOf", "null name (class %s)", m_pszName);
-    return AnyBaseIsClassOf(*this, pszName) || std::strcmp(m_pszName, pszName) == 0;
+    // The names are compared on the way back, in the order of the walk: one behind the first match is not read.
+    const KyRxClassInfo* pInfos[nLoopedLevels];
+    int nInfos = 0;
+    const KyRxClassInfo* pInfo = this;
+    for (;;) {
+        pInfos[nInfos++] = pInfo;
+        const KyRxClassInfo* const pBase = pInfo->m_pBases[0];
+        if (pBase == nullptr) break;
+        if (pInfo->m_pBases[1] != nullptr || nInfos == nLoopedLevels) {
+            if (AnswerOfBases(*pInfo, pszName, false)) return true;
+            break;
+        }
+        pInfo = pBase;
+    }
+    while (nInfos > 0) {
+        const char* const pszInfo = pInfos[--nInfos]->m_pszName;
+        if (*pszInfo == *pszName && std::strcmp(pszInfo, pszName) == 0) return true;
+    }
+    return false;
 }
 
 // The library's static objects are constructed in one order, that of their priorities, in whatever order the

@@ -8,6 +8,7 @@
 
 #include <csignal>
 #include <cstdio>
+#include <deque>
 
 #include "VexaBase/rx/KyRxClass.h"
 
@@ -80,6 +81,29 @@ TEST(KyRxExhaustionDeathTest, ACircleOfTwoExhaustsTheStackToo) {
 
     EXPECT_EXIT(Ask(one, &one), EndedByItsStack, szReport);
     EXPECT_EXIT(Ask(two, "One"), EndedByItsStack, szReport);
+}
+
+TEST(KyRxExhaustionDeathTest, ACircleOfManyExhaustsTheStackToo) {
+    std::deque<KyRxClassInfo> infos;
+    infos.emplace_back("First", 0, nullptr);
+    for (int i = 0; i < 100; ++i) {
+        infos.emplace_back("Next", 0, nullptr, &infos.back());
+    }
+    infos.front().m_pBases[0] = &infos.back();
+
+    EXPECT_EXIT(Ask(infos.back(), &infos.front()), EndedByItsStack, szReport);
+    EXPECT_EXIT(Ask(infos.back(), "Next"), EndedByItsStack, szReport);
+}
+
+TEST(KyRxExhaustionDeathTest, ABaseThatAnswersBeforeTheCircleEndsTheQuestion) {
+    KyRxClassInfo root("Root", 0, nullptr);
+    const KyRxClassInfo before("Before", 0, nullptr, &root, KyRxDynCreateClass::GetStaticCI());
+    const KyRxClassInfo behind("Behind", 0, nullptr, KyRxDynCreateClass::GetStaticCI(), &root);
+
+    EXPECT_TRUE(before.IsClassOf(&root));
+    EXPECT_TRUE(before.IsClassOf("Root"));
+    EXPECT_EXIT(Ask(before, &before), EndedByItsStack, szReport);
+    EXPECT_EXIT(Ask<const KyRxClassInfo*>(behind, &root), EndedByItsStack, szReport);
 }
 
 }  // namespace
