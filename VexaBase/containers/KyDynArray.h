@@ -14,9 +14,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <type_traits>
+#include <typeinfo>
 #include <utility>
 
 #include "VexaBase/containers/KyDynArrayBase.h"
+#include "VexaBase/containers/KySortBuiltIn.h"
 
 /// Makes n ranks, each in 0 .. n - 1, a permutation. Those of an ordering are one already and stay; where the
 /// comparison was no ordering, elements of equal rank follow each other in their former order. O(n), O(n^2)
@@ -50,10 +53,38 @@ inline void KyMakeRanksDistinct(long* pRank, long n) {
     }
 }
 
+/// Moves each of n elements to its rank, through a copy on the stack instead of along the permutation's
+/// cycles. False, and nothing is done, where that could be observed or takes too much room, and where the
+/// ranks are no permutation.
+template <class T>
+bool KyPlaceFewByRank(T* pData, const long* pRank, long n) {
+    if constexpr (std::is_trivial_v<T> && sizeof(T) <= 2 * sizeof(long)) {
+        constexpr long nFew = 64;
+        if (n > nFew) {
+            return false;
+        }
+        T former[nFew];
+        std::uint64_t nMissing = ~std::uint64_t{0} >> (nFew - n);
+        for (long i = 0; i < n; ++i) {
+            former[i] = pData[i];
+            nMissing &= ~(std::uint64_t{1} << pRank[i]);
+        }
+        if (nMissing != 0) {
+            return false;
+        }
+        for (long i = 0; i < n; ++i) {
+            pData[pRank[i]] = former[i];
+        }
+        return true;
+    } else {
+        return false;
+    }
+}
+
 /// The arrays' sort: a stable ranking sort. Asks isAfter(i, j), "must element i come behind element j?", once
-/// for every pair i < j in ascending order of i, then j, and moves each element straight to its rank along
-/// the permutation's cycles. O(n^2) comparisons, O(n) moves, one temporary array of n ranks (none below two
-/// elements).
+/// for every pair i < j in ascending order of i, then j, and moves each element straight to its rank, along
+/// the permutation's cycles where anyone could see that. O(n^2) comparisons, O(n) moves, one temporary array
+/// of n ranks (none below two elements).
 template <class T, class IsAfter>
 void KySortByRank(T* pData, long nLength, IsAfter isAfter) {
     if (nLength < 2) {
@@ -65,12 +96,18 @@ void KySortByRank(T* pData, long nLength, IsAfter isAfter) {
     }
     long* const pRank = rank.get();
     for (long i = 0; i < nLength - 1; ++i) {
+        // Added up, not branched on: no answer can be foreseen.
+        long nBefore = 0;
+#pragma GCC unroll 4
         for (long j = i + 1; j < nLength; ++j) {
-            if (isAfter(i, j)) {
-                ++pRank[i];
-                --pRank[j];
-            }
+            const long nIsAfter = isAfter(i, j) ? 1 : 0;
+            nBefore += nIsAfter;
+            pRank[j] -= nIsAfter;
         }
+        pRank[i] += nBefore;
+    }
+    if (KyPlaceFewByRank(pData, pRank, nLength)) {
+        return;
     }
     KyMakeRanksDistinct(pRank, nLength);
     // Carries elements by default construction and assignment, which is all that an element type must have.
@@ -176,12 +213,31 @@ public:
     void InsertCur(const T& x) override {
         KY_CHECK(this->m_nCurIndex >= 0 && this->m_nCurIndex <= this->m_nLength, "KyDynArray::InsertCur",
                  "cursor out of range (index %ld, length %ld)", this->m_nCurIndex, this->m_nLength);
+        if constexpr (KyIsBuiltIn<T>) {
+            if (this->m_nCurIndex == this->m_nLength) {
+                InsertBuiltInAtTheEnd(x);
+                return;
+            }
+        }
         const long nOwnSlot = SlotOf(x);
         this->ReAllocate(this->m_nLength + 1);
         T* const pCur = m_pData + this->m_nCurIndex;
         T* const pLast = m_pData + this->m_nLength - 1;
         std::copy_backward(pCur, pLast, pLast + 1);
         *pCur = nOwnSlot < 0 ? x : m_pData[nOwnSlot];
+    }
+
+    /// See KyDynArrayBase::Append. O(1), plus growth.
+    long Append(const T& x) override {
+#if defined(__clang__)
+        // g++ binds the calls of the base's version where it knows the class. clang does not.
+        if (IsOfThisVeryClass() && this->m_nLength < m_nCapacity) {
+            this->m_nCurIndex = this->m_nLength++;
+            m_pData[this->m_nCurIndex] = x;
+            return this->m_nCurIndex;
+        }
+#endif
+        return KyDynArrayBase<T>::Append(x);
     }
 
     /// Removes the current element and steps the cursor back by one, to -1 from the first, so that MoveToNext
@@ -198,9 +254,15 @@ public:
 
     using KyDynArrayBase<T>::Sort;
 
-    /// O(n^2) comparisons, O(n) moves; the cursor stays. See KyDynArrayBase::Sort and KySortByRank.
+    /// O(n^2) comparisons, O(n) moves; O(n log n) for a built-in type. The cursor stays. See
+    /// KyDynArrayBase::Sort, KySortByRank and KySortBuiltIn.
     void Sort(bool bAscending) override {
         T* const pData = m_pData;
+        if constexpr (KyIsBuiltIn<T> && sizeof(T) <= sizeof(long)) {
+            if (KySortBuiltIn(pData, this->m_nLength, bAscending)) {
+                return;
+            }
+        }
         if (bAscending) {
             KySortByRank(pData, this->m_nLength, [pData](long i, long j) {
                 return KyElementOrder<T>::IsGreater(pData[i], pData[j]);
@@ -243,14 +305,53 @@ protected:
     /// Replaces the block by one of exactly nSize elements, none when nSize is 0; copies the first nKept
     /// over.
     void ReplaceBlock(long nSize, long nKept) {
-        std::unique_ptr<T[]> block(nSize != 0 ? new T[static_cast<std::size_t>(nSize)] : nullptr);
-        if (m_pData != nullptr && nKept > 0) {
-            std::copy(m_pData, m_pData + nKept, block.get());
-        }
-        delete[] std::exchange(m_pData, block.release());
+        delete[] std::exchange(m_pData, CopyOfBlock(m_pData, nSize, nKept));
     }
 
 private:
+    // Out of line and without the array, so that the fields of an array in a loop of its own stay in
+    // registers.
+    [[gnu::noinline]] static T* CopyOfBlock(T* pBlock, long nSize, long nKept) {
+        std::unique_ptr<T[]> block(nSize != 0 ? new T[static_cast<std::size_t>(nSize)] : nullptr);
+        if (pBlock != nullptr && nKept > 0) {
+            std::copy(pBlock, pBlock + nKept, block.get());
+        }
+        return block.release();
+    }
+
+    /// True when no derived class can observe what an operation is made of; false when in doubt.
+    bool IsOfThisVeryClass() const {
+#if defined(__cpp_rtti)
+        return &typeid(*this) == &typeid(KyDynArray);
+#else
+        return false;
+#endif
+    }
+
+    /// InsertCur where nothing is shifted. x is read after ReAllocate, unless it may have been an element of
+    /// a block that ReAllocate has released. Does not ask for the address of x (a comparison with that of a
+    /// field aside): a caller's loop counter then stays in a register.
+    void InsertBuiltInAtTheEnd(const T& x) {
+        const T* const pBlock = m_pData;
+        const T value = x;
+        this->ReAllocate(this->m_nLength + 1);
+        m_pData[this->m_nCurIndex] = m_pData != pBlock && MayBeElement(x, value) ? value : x;
+    }
+
+    /// Whether x, which had that value, may have been an element before the cursor. Says so of every x whose
+    /// value cannot have changed since.
+    bool MayBeElement(const T& x, T value) const {
+        if constexpr (std::is_same_v<T, long>) {
+            if (std::addressof(x) == &this->m_nLength || std::addressof(x) == &m_nCapacity) {
+                return false;
+            }
+        }
+        return IsOfThisVeryClass() || IsAmong(m_pData, this->m_nCurIndex, value);
+    }
+    [[gnu::noinline]] static bool IsAmong(const T* p, long n, T value) {
+        return value != value || std::find(p, p + n, value) != p + n;
+    }
+
     /// The slot of this block that x is, or -1.
     long SlotOf(const T& x) const {
         if (m_pData == nullptr) {
