@@ -10,7 +10,12 @@
 // block at most and copies once.
 #pragma once
 
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <memory>
+#include <type_traits>
 
 #include "VexaBase/KyConfig.h"
 #include "VexaBase/containers/KyDynArray.h"
@@ -41,8 +46,119 @@ public:
     /// length, count and capacity. O(n).
     void SetLength(long n);
 
+    using KyStream::operator<<;
+    using KyStream::operator>>;
+
+    /// As KyStream's, in line: does what the typed write of its type does. O(1), growth apart.
+    /// @{
+    KyDynArrayStream& operator<<(char value) { return Put(value); }
+    KyDynArrayStream& operator<<(bool value) { return Put(value); }
+    KyDynArrayStream& operator<<(short value) { return Put(value); }
+    KyDynArrayStream& operator<<(long value) { return Put(value); }
+    KyDynArrayStream& operator<<(double value) { return Put(value); }
+    /// @}
+
+    /// As KyStream's, in line: does what the typed read of its type does. O(1).
+    /// @{
+    KyDynArrayStream& operator>>(char& value) { return Get(value); }
+    KyDynArrayStream& operator>>(bool& value) { return Get(value); }
+    KyDynArrayStream& operator>>(short& value) { return Get(value); }
+    KyDynArrayStream& operator>>(long& value) { return Get(value); }
+    KyDynArrayStream& operator>>(double& value) { return Get(value); }
+    /// @}
+
     KyDynArray<char> m_bytes;  // the stream's bytes
 
 private:
+    friend class KyStream;
+    friend class KyDynArrayStreamEx;
+
     std::unique_ptr<char[]> GrowTo(long nEnd);
+
+    template <class T>
+    KyDynArrayStream& Put(T value) {
+        if (!WriteDirectly(value)) {
+            KyStream::operator<<(value);
+        }
+        return *this;
+    }
+
+    template <class T>
+    KyDynArrayStream& Get(T& value) {
+        if (!ReadDirectly(value)) {
+            KyStream::operator>>(value);
+        }
+        return *this;
+    }
+
+    // A typed operation without its virtual calls; false, and nothing happens, when it needs them.
+
+    template <class T>
+    bool WriteDirectly(T value) {
+        const long nPos = m_nPos;
+        if (!WriteAt(nPos, value)) {
+            return false;
+        }
+        m_nPos = nPos + Width<T>();
+        return true;
+    }
+
+    template <class T>
+    bool ReadDirectly(T& value) {
+        const long nPos = m_nPos;
+        if (!ReadAt(nPos, value)) {
+            return false;
+        }
+        m_nPos = nPos + Width<T>();
+        return true;
+    }
+
+    // Write and Read of a value at nPos, without the calls; false, and nothing happens, when there may be an
+    // override, the value does not lie in the storage, or the destination begins inside the bytes to be read.
+
+    template <class T>
+    bool WriteAt(long nPos, T value) {
+        if (!IsExactly<KyDynArrayStream>() || !LiesBelow<T>(nPos, m_bytes.m_nCapacity)) {
+            return false;
+        }
+        const long nEnd = nPos + Width<T>();
+        const long nLength = std::max(m_bytes.m_nLength, nEnd);
+        std::memcpy(m_bytes.m_pData + nPos, &value, sizeof(T));
+        m_bytes.m_nCurIndex = nEnd - 1;
+        m_bytes.m_nLength = nLength;
+        m_nLength = nLength;
+        return true;
+    }
+
+    template <class T>
+    bool ReadAt(long nPos, T& value) {
+        if (!IsExactly<KyDynArrayStream>() || !LiesBelow<T>(nPos, m_bytes.m_nLength)) {
+            return false;
+        }
+        const char* const pFrom = m_bytes.m_pData + nPos;
+        const auto nAhead =
+            reinterpret_cast<std::uintptr_t>(&value) - reinterpret_cast<std::uintptr_t>(pFrom);
+        if (nAhead - 1 < sizeof(T) - 1) {
+            return false;
+        }
+        if constexpr (std::is_same_v<T, bool>) {
+            value = *pFrom != 0;
+        } else {
+            std::memcpy(&value, pFrom, sizeof(T));
+        }
+        m_bytes.m_nCurIndex = nPos + Width<T>();
+        return true;
+    }
+
+    template <class T>
+    static constexpr long Width() {
+        return static_cast<long>(sizeof(T));
+    }
+
+    /// Whether the bytes of a T from nPos on are among 0 .. nEnd - 1.
+    template <class T>
+    static bool LiesBelow(long nPos, long nEnd) {
+        return (nPos | nEnd) >= 0 &&
+               static_cast<std::size_t>(nPos) + sizeof(T) <= static_cast<std::size_t>(nEnd);
+    }
 };

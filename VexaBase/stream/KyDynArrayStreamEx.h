@@ -13,6 +13,8 @@
 // byte.
 #pragma once
 
+#include <algorithm>
+
 #include "VexaBase/KyConfig.h"
 #include "VexaBase/containers/KyDynPArray.h"
 #include "VexaBase/stream/KyDynArrayStream.h"
@@ -39,11 +41,95 @@ public:
     /// Deletes every chunk.
     ~KyDynArrayStreamEx() override;
 
+    using KyStream::operator<<;
+    using KyStream::operator>>;
+
+    /// As KyStream's, in line: does what the typed write of its type does. O(1), growth apart.
+    /// @{
+    KyDynArrayStreamEx& operator<<(char value) { return Put(value); }
+    KyDynArrayStreamEx& operator<<(bool value) { return Put(value); }
+    KyDynArrayStreamEx& operator<<(short value) { return Put(value); }
+    KyDynArrayStreamEx& operator<<(long value) { return Put(value); }
+    KyDynArrayStreamEx& operator<<(double value) { return Put(value); }
+    /// @}
+
+    /// As KyStream's, in line: does what the typed read of its type does. O(1).
+    /// @{
+    KyDynArrayStreamEx& operator>>(char& value) { return Get(value); }
+    KyDynArrayStreamEx& operator>>(bool& value) { return Get(value); }
+    KyDynArrayStreamEx& operator>>(short& value) { return Get(value); }
+    KyDynArrayStreamEx& operator>>(long& value) { return Get(value); }
+    KyDynArrayStreamEx& operator>>(double& value) { return Get(value); }
+    /// @}
+
     long m_nChunkSize;                       // bytes a chunk
     KyDynPArray<KyDynArrayStream> m_chunks;  // the chunks in order
 
 private:
+    friend class KyStream;
+
     void AppendChunk();
     template <class Transfer>
     void ForEachPiece(long nCount, Transfer transfer);
+
+    template <class T>
+    KyDynArrayStreamEx& Put(T value) {
+        if (!WriteDirectly(value)) {
+            KyStream::operator<<(value);
+        }
+        return *this;
+    }
+
+    template <class T>
+    KyDynArrayStreamEx& Get(T& value) {
+        if (!ReadDirectly(value)) {
+            KyStream::operator>>(value);
+        }
+        return *this;
+    }
+
+    // A typed operation without its virtual calls, for a value that lies in the chunk used last; false, and
+    // nothing happens, when it needs them.
+
+    template <class T>
+    bool WriteDirectly(T value) {
+        KyDynArrayStream* const pChunk = ChunkUsedLast();
+        if (pChunk == nullptr) {
+            return false;
+        }
+        const long nPos = m_nPos;
+        const long nLength = m_nLength;
+        const long nPosInChunk = nPos - (m_chunks.m_nCurIndex - 1) * m_nChunkSize;
+        if (!pChunk->WriteAt(nPosInChunk, value)) {
+            return false;
+        }
+        pChunk->m_nPos = nPosInChunk;
+        m_nPos = nPos + static_cast<long>(sizeof(T));
+        m_nLength = std::max(nLength, m_nPos);
+        return true;
+    }
+
+    template <class T>
+    bool ReadDirectly(T& value) {
+        KyDynArrayStream* const pChunk = ChunkUsedLast();
+        const long nPos = m_nPos;
+        if (pChunk == nullptr || nPos > m_nLength - static_cast<long>(sizeof(T))) {
+            return false;
+        }
+        const long nPosInChunk = nPos - (m_chunks.m_nCurIndex - 1) * m_nChunkSize;
+        if (!pChunk->ReadAt(nPosInChunk, value)) {
+            return false;
+        }
+        pChunk->m_nPos = nPosInChunk;
+        m_nPos = nPos + static_cast<long>(sizeof(T));
+        return true;
+    }
+
+    /// The chunk in front of the chunks' cursor, where the transfer before this one ended; null when there is
+    /// none, or this may be a derived stream.
+    KyDynArrayStream* ChunkUsedLast() const {
+        const long nChunk = m_chunks.m_nCurIndex - 1;
+        const bool bThere = IsExactly<KyDynArrayStreamEx>() && nChunk >= 0 && nChunk < m_chunks.m_nLength;
+        return bThere ? m_chunks.m_pData[nChunk] : nullptr;
+    }
 };

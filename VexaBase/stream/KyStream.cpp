@@ -4,6 +4,9 @@
 #include <cstring>
 #include <limits>
 
+#include "VexaBase/stream/KyDynArrayStream.h"
+#include "VexaBase/stream/KyDynArrayStreamEx.h"
+
 static_assert(sizeof(char) == 1 && sizeof(bool) == 1 && sizeof(short) == 2 && sizeof(long) == 8 &&
                   sizeof(double) == 8,
               "the widths on the wire");
@@ -19,16 +22,38 @@ void KyStream::Reset() {
 void KyStream::Write(void* /*pData*/, long /*nCount*/) {}
 void KyStream::Read(void* /*pData*/, long /*nCount*/) {}
 
+/// Writes directly into a memory stream; false, and nothing happens, when that cannot be done.
+template <class T>
+bool KyStream::WriteToMemory(T value) {
+    if (IsExactly<KyDynArrayStream>()) {
+        return static_cast<KyDynArrayStream*>(this)->WriteDirectly(value);
+    }
+    return IsExactly<KyDynArrayStreamEx>() && static_cast<KyDynArrayStreamEx*>(this)->WriteDirectly(value);
+}
+
+/// Reads directly from a memory stream; false, and nothing happens, when that cannot be done.
+template <class T>
+bool KyStream::ReadFromMemory(T& value) {
+    if (IsExactly<KyDynArrayStream>()) {
+        return static_cast<KyDynArrayStream*>(this)->ReadDirectly(value);
+    }
+    return IsExactly<KyDynArrayStreamEx>() && static_cast<KyDynArrayStreamEx*>(this)->ReadDirectly(value);
+}
+
 template <class T>
 void KyStream::WriteValue(T value) {
-    Write(&value, sizeof(T));
-    MoveTo(PastTheNext(sizeof(T)));
+    if (!WriteToMemory(value)) {
+        Write(&value, sizeof(T));
+        MoveTo(PastTheNext(sizeof(T)));
+    }
 }
 
 template <class T>
 void KyStream::ReadValue(T& value) {
-    Read(&value, sizeof(T));
-    MoveTo(PastTheNext(sizeof(T)));
+    if (!ReadFromMemory(value)) {
+        Read(&value, sizeof(T));
+        MoveTo(PastTheNext(sizeof(T)));
+    }
 }
 
 void KyStream::WriteChar(char value) { WriteValue(value); }
@@ -40,6 +65,9 @@ void KyStream::WriteDouble(double value) { WriteValue(value); }
 void KyStream::ReadChar(char& value) { ReadValue(value); }
 
 void KyStream::ReadBool(bool& value) {
+    if (ReadFromMemory(value)) {
+        return;
+    }
     Read(&value, sizeof(bool));
     unsigned char nByte = 0;
     std::memcpy(&nByte, &value, sizeof(bool));

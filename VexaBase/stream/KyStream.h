@@ -18,9 +18,14 @@
 //       missing bytes of the destination alone
 //   (3) nothing is reported; to detect the end compare the position with the length
 //
+// The memory streams do a typed operation without those calls where nothing can tell: in an object of exactly
+// their class, which overrides nothing, for a value that lies in the storage at hand.
+//
 // A stream of one's own overrides Write and Read (they do nothing here) and, where needed, MoveTo and Reset.
 // It keeps m_nLength.
 #pragma once
+
+#include <typeinfo>
 
 #include "VexaBase/KyConfig.h"
 
@@ -109,9 +114,25 @@ protected:
     /// The index past nCount bytes at the position; the largest long when it does not fit.
     long PastTheNext(long nCount) const;
 
+    /// Whether this is a Stream and of no class derived from it: none of its operations is overridden, and
+    /// what they do may be done without calling them. False wherever code is compiled without type
+    /// information.
+    template <class Stream>
+    bool IsExactly() const {
+#if defined(__GXX_RTTI)
+        return &typeid(*this) == &typeid(Stream);
+#else
+        return false;
+#endif
+    }
+
 private:
     template <class T>
     void WriteValue(T value);
     template <class T>
     void ReadValue(T& value);
+    template <class T>
+    bool WriteToMemory(T value);
+    template <class T>
+    bool ReadFromMemory(T& value);
 };
