@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdarg>
 #include <cstddef>
+#include <cstring>
 #include <cwchar>
 #include <limits>
 #include <utility>
@@ -13,55 +14,232 @@ namespace {
 
 std::size_t Size(long n) { return static_cast<std::size_t>(n); }
 
-/// Searches for one pattern by Knuth, Morris and Pratt, with the pattern's next table. The pattern is not
-/// empty and outlives the searcher.
+/// Writes runs of characters one behind the other. Most runs of a replacement are short: those are written as eight
+/// characters, of which the next run overwrites what is too much.
+class RunWriter {
+public:
+    static constexpr long nShort = 8;
+
+    RunWriter(wchar_t* pOut, const wchar_t* pEnd) : m_pOut(pOut), m_pEnd(pEnd) {}
+
+    /// Writes nCount characters of p, which can be read up to pEnd.
+    void Write(const wchar_t* p, long nCount, const wchar_t* pEnd) {
+        if (nCount <= nShort && pEnd - p >= nShort && m_pEnd - m_pOut >= nShort) {
+            std::memcpy(m_pOut, p, nShort * sizeof(wchar_t));
+        } else {
+            std::copy_n(p, nCount, m_pOut);
+        }
+        m_pOut += nCount;
+    }
+
+private:
+    wchar_t* m_pOut;
+    const wchar_t* m_pEnd;
+};
+
+/// nProbes characters of a pattern, and where in a text they are all right, looked up for a block of positions at once.
+template <int nProbes>
+class Probes {
+public:
+    static constexpr long nBlock = 16;
+
+    /// A bit, from the lowest on, for each of the nBlock positions from p on.
+    unsigned AreRight(const wchar_t* p) const {
+        const Four a = AreRightAtFour(p);
+        const Four b = AreRightAtFour(p + 4);
+        const Four c = AreRightAtFour(p + 8);
+        const Four d = AreRightAtFour(p + 12);
+        return Bits(a | b | c | d) == 0 ? 0 : Bits(a) | Bits(b) << 4U | Bits(c) << 8U | Bits(d) << 12U;
+    }
+
+    void Set(int i, const wchar_t* pPattern, long nIndex) {
+        const wchar_t ch = pPattern[nIndex];
+        m_characters[i] = Four{ch, ch, ch, ch};
+        m_indices[i] = nIndex;
+    }
+
+private:
+    // Four characters, as every x86-64 compares them at once.
+    using Four = int __attribute__((vector_size(16)));
+    using FourFloats = float __attribute__((vector_size(16)));
+
+    static Four Load(const wchar_t* p) {
+        Four four;
+        std::memcpy(&four, p, sizeof(four));
+        return four;
+    }
+    static unsigned Bits(Four mask) {
+        return static_cast<unsigned>(__builtin_ia32_movmskps(reinterpret_cast<FourFloats>(mask)));
+    }
+    Four AreRightAtFour(const wchar_t* p) const {
+        Four right = Load(p + m_indices[0]) == m_characters[0];
+        for (int i = 1; i < nProbes; ++i) {
+            right &= Load(p + m_indices[i]) == m_characters[i];
+        }
+        return right;
+    }
+
+    Four m_characters[nProbes];
+    long m_indices[nProbes];
+};
+
+/// Calls onMatch with the index of every match of a pattern in a text, ascending and without overlaps, until it answers
+/// false.
+///
+/// A search begins with what is fastest in most texts and changes for good to what is safer when that has cost more than
+/// the text that it has seen. First it goes from one first character to the next; when that one is frequent, it looks at
+/// two characters of the pattern in blocks, then at eight; when even these are right in too many places, it goes by the
+/// pattern's next table (Knuth, Morris and Pratt). So the whole is linear in text and pattern.
 class Searcher {
 public:
+    /// For a pattern that is not empty, and outlives the searcher.
     explicit Searcher(const KyString& pattern)
-        : m_pPattern(pattern.c_str()), m_nPattern(pattern.GetLength()) {
-        if (Size(m_nPattern) > m_shortTable.size()) {
+        : m_pattern(pattern), m_p(pattern.c_str()), m_nPattern(pattern.GetLength()) {
+        if (m_nPattern > nShortTable) {
             m_longTable.reset(new long[Size(m_nPattern)]);
-            m_pNext = m_longTable.get();
         }
-        pattern.CreateNextTable(m_pNext);
     }
-    Searcher(const Searcher&) = delete;
-    Searcher& operator=(const Searcher&) = delete;
 
-    /// Index of the first match inside pText[nFrom .. nEnd - 1], or -1.
-    long Next(const wchar_t* pText, long nFrom, long nEnd) const {
+    /// Searches pText[nFrom .. nEnd - 1].
+    template <class OnMatch>
+    void ForEachMatch(const wchar_t* pText, long nFrom, long nEnd, OnMatch onMatch) const {
+        // A match begins below this.
+        const long nBehind = nEnd - m_nPattern + 1;
+        if (nFrom < nBehind) {
+            nFrom = SearchByFirst(pText, nFrom, nBehind, onMatch);
+        }
+        if (nFrom < nBehind) {
+            nFrom = SearchByProbes(TwoProbes(), 32, pText, nFrom, nBehind, onMatch);
+        }
+        if (nFrom < nBehind) {
+            nFrom = SearchByProbes(EightProbes(), 0, pText, nFrom, nBehind, onMatch);
+        }
+        if (nFrom < nBehind) {
+            SearchByTable(pText, nFrom, nBehind, onMatch);
+        }
+    }
+
+private:
+    static constexpr long nShortTable = 64;
+
+    // Each of these searches from nFrom on and returns where the next one has to go on, nBehind when none has to.
+
+    template <class OnMatch>
+    long SearchByFirst(const wchar_t* pText, long nFrom, long nBehind, OnMatch onMatch) const {
+        // A call of wmemchr costs as much as this many characters in blocks.
+        constexpr long nCall = 32;
+        long nCost = -4 * nCall;
+        for (long i = nFrom; i < nBehind; ++i) {
+            if (nCost > i - nFrom) {
+                return i;
+            }
+            const wchar_t* const pFirst = std::wmemchr(pText + i, *m_p, Size(nBehind - i));
+            if (pFirst == nullptr) {
+                return nBehind;
+            }
+            i = pFirst - pText;
+            const long nSame = CountSame(pFirst);
+            if (nSame == m_nPattern) {
+                if (!onMatch(i)) {
+                    return nBehind;
+                }
+                i += m_nPattern - 1;
+            }
+            nCost += nCall + nSame;
+        }
+        return nBehind;
+    }
+
+    template <int nProbes, class OnMatch>
+    [[gnu::noinline]] long SearchByProbes(const Probes<nProbes>& probes, long nMiss, const wchar_t* pText, long nFrom, long nBehind, OnMatch onMatch) const {
+        long nCost = -1024;
+        long i = nFrom;
+        while (nBehind - i >= Probes<nProbes>::nBlock) {
+            long nNext = i;
+            for (unsigned n = probes.AreRight(pText + i); n != 0; n &= n - 1) {
+                const long k = i + __builtin_ctz(n);
+                if (k < nNext) {
+                    continue;
+                }
+                const long nSame = CountSame(pText + k);
+                if (nSame == m_nPattern) {
+                    if (!onMatch(k)) {
+                        return nBehind;
+                    }
+                    nNext = k + m_nPattern;
+                    continue;
+                }
+                nCost += nMiss + nSame;
+                if (nCost > k - nFrom) {
+                    return k + 1;
+                }
+            }
+            i = std::max(i + Probes<nProbes>::nBlock, nNext);
+        }
+        return i;
+    }
+
+    template <class OnMatch>
+    [[gnu::noinline]] void SearchByTable(const wchar_t* pText, long nFrom, long nBehind, OnMatch onMatch) const {
+        long shortTable[nShortTable];
+        long* const pNext = m_longTable != nullptr ? m_longTable.get() : shortTable;
+        m_pattern.CreateNextTable(pNext);
         long i = nFrom;
         long j = 0;
-        while (nEnd - i >= m_nPattern - j) {
-            if (pText[i] == m_pPattern[j]) {
+        while (i - j < nBehind) {
+            if (pText[i] == m_p[j]) {
                 ++i;
                 ++j;
                 if (j == m_nPattern) {
-                    return i - m_nPattern;
+                    if (!onMatch(i - m_nPattern)) {
+                        return;
+                    }
+                    j = 0;
                 }
-            } else if (j == 0) {
-                const wchar_t* const pCandidate = std::wmemchr(pText + i, *m_pPattern, Size(nEnd - i));
-                if (pCandidate == nullptr) {
-                    return -1;
-                }
-                i = pCandidate - pText;
             } else {
-                j = m_pNext[j];
+                j = pNext[j];
                 if (j == -1) {
                     ++i;
                     j = 0;
                 }
             }
         }
-        return -1;
     }
 
-private:
-    const wchar_t* m_pPattern;
+    /// The first character, and the last one that is another.
+    Probes<2> TwoProbes() const {
+        long nOther = m_nPattern - 1;
+        while (nOther > 0 && m_p[nOther] == m_p[0]) {
+            --nOther;
+        }
+        Probes<2> probes;
+        probes.Set(0, m_p, 0);
+        probes.Set(1, m_p, nOther > 0 ? nOther : m_nPattern - 1);
+        return probes;
+    }
+
+    /// Evenly from the first to the last.
+    Probes<8> EightProbes() const {
+        Probes<8> probes;
+        for (int i = 0; i < 8; ++i) {
+            probes.Set(i, m_p, i * (m_nPattern - 1) / 7);
+        }
+        return probes;
+    }
+
+    /// How many characters at pText are the pattern's.
+    long CountSame(const wchar_t* pText) const {
+        long n = 0;
+        while (n < m_nPattern && pText[n] == m_p[n]) {
+            ++n;
+        }
+        return n;
+    }
+
+    const KyString& m_pattern;
+    const wchar_t* m_p;
     long m_nPattern;
-    std::array<long, 64> m_shortTable;
     std::unique_ptr<long[]> m_longTable;
-    long* m_pNext = m_shortTable.data();
 };
 
 }  // namespace
@@ -238,12 +416,10 @@ void KyString::ForEachMatch(const KyString& s, long nStart, long nEnd, OnMatch o
         return;
     }
     KY_CHECK(nStart >= 0, "KyString::Find", "negative start (%ld)", nStart);
-    const Searcher searcher(s);
-    long i = searcher.Next(m_pData, std::max(nStart, 0L), nLast + 1);
-    while (i != -1) {
+    Searcher(s).ForEachMatch(m_pData, std::max(nStart, 0L), nLast + 1, [&onMatch](long i) {
         onMatch(i);
-        i = searcher.Next(m_pData, i + s.m_nStrLength, nLast + 1);
-    }
+        return true;
+    });
 }
 
 long KyString::Find(const KyString& s, long nStart, long nEnd) const {
@@ -252,7 +428,12 @@ long KyString::Find(const KyString& s, long nStart, long nEnd) const {
         return -1;
     }
     KY_CHECK(nStart >= 0, "KyString::Find", "negative start (%ld)", nStart);
-    return Searcher(s).Next(m_pData, std::max(nStart, 0L), nLast + 1);
+    long nFound = -1;
+    Searcher(s).ForEachMatch(m_pData, std::max(nStart, 0L), nLast + 1, [&nFound](long i) {
+        nFound = i;
+        return false;
+    });
+    return nFound;
 }
 
 long KyString::Find(const KyString& s, KyQuene<long>& queue, long nStart, long nEnd) const {
@@ -286,14 +467,20 @@ long KyString::Replace(const KyString& sOld, const KyString& sNew, long nStart, 
         nSize = m_nStrLength + 1;
     }
     std::unique_ptr<wchar_t[]> buffer(new wchar_t[Size(nSize)]);
-    wchar_t* pOut = buffer.get();
+    RunWriter writer(buffer.get(), buffer.get() + nSize);
+    wchar_t aNew[RunWriter::nShort] = {};
+    const wchar_t* pNew = sNew.m_pData;
+    if (sNew.m_nStrLength <= RunWriter::nShort) {
+        pNew = aNew;
+        std::copy_n(sNew.m_pData, sNew.m_nStrLength, aNew);
+    }
     long nDone = 0;
     for (const long i : positions) {
-        pOut = std::copy_n(m_pData + nDone, i - nDone, pOut);
-        pOut = std::copy_n(sNew.m_pData, sNew.m_nStrLength, pOut);
+        writer.Write(m_pData + nDone, i - nDone, m_pData + m_nLength);
+        writer.Write(pNew, sNew.m_nStrLength, pNew + std::max(sNew.m_nStrLength, RunWriter::nShort));
         nDone = i + sOld.m_nStrLength;
     }
-    std::copy_n(m_pData + nDone, m_nStrLength - nDone, pOut);
+    writer.Write(m_pData + nDone, m_nStrLength - nDone, m_pData + m_nLength);
     Adopt(std::move(buffer), nSize - 1);
     return nCount;
 }

@@ -679,4 +679,41 @@ RC_GTEST_PROP(KyStringSearchModel, AnyTextAndAnyPieceOfItAgreeWithANaiveSearch, 
     RC_ASSERT(s.m_nLength == s.m_nStrLength + 1);
 }
 
+/// A text of one unit over and over, with a few other characters in it: what looks like a match often is none.
+std::wstring Repetitive(long nLength) {
+    const std::wstring unit = *rc::gen::nonEmpty(
+        rc::gen::container<std::wstring>(rc::gen::weightedElement<wchar_t>({{4, L'a'}, {1, L'b'}})));
+    std::wstring text;
+    while (Length(text) < nLength) text += unit;
+    const int nOthers = *rc::gen::inRange(0, 4);
+    for (int i = 0; i < nOthers; ++i) {
+        text[static_cast<std::size_t>(*rc::gen::inRange(0L, Length(text)))] =
+            *rc::gen::element(L'a', L'b', L'c');
+    }
+    return text;
+}
+
+RC_GTEST_PROP(KyStringSearchModel, ALongRepetitiveTextAgreesWithANaiveSearch, ()) {
+    const std::wstring text = Repetitive(*rc::gen::inRange(1L, 6000L));
+    const auto nFrom = static_cast<std::size_t>(*rc::gen::inRange(0L, Length(text)));
+    std::wstring pattern = text.substr(nFrom, static_cast<std::size_t>(*rc::gen::inRange(1L, 120L)));
+    if (*rc::gen::element(true, true, false)) {
+        pattern[static_cast<std::size_t>(*rc::gen::inRange(0L, Length(pattern)))] = L'b';
+    }
+    const long nStart = *rc::gen::element(0L, 0L, 1L, 700L);
+    const long nEnd = *rc::gen::element(-1L, -1L, 2000L);
+    const std::wstring sNew(static_cast<std::size_t>(*rc::gen::inRange(0, 20)), L'x');
+
+    KyString s(text.c_str());
+    Positions queue;
+    const long nFirst = s.Find(pattern.c_str(), nStart, nEnd);
+    s.Find(pattern.c_str(), queue, nStart, nEnd);
+    s.Replace(pattern.c_str(), sNew.c_str(), nStart, nEnd);
+
+    const std::vector<long> matches = AllMatches(text, pattern, nStart, nEnd);
+    RC_ASSERT(nFirst == (matches.empty() ? -1 : matches.front()));
+    RC_ASSERT(queue.m_positions == matches);
+    RC_ASSERT(Text(s) == Replaced(text, matches, pattern.size(), sNew));
+}
+
 }  // namespace
