@@ -2,6 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cfenv>
+#include <charconv>
+#include <clocale>
+#include <cmath>
 #include <cstdarg>
 #include <cstddef>
 #include <cstring>
@@ -13,6 +17,23 @@
 namespace {
 
 std::size_t Size(long n) { return static_cast<std::size_t>(n); }
+
+/// Holds the longest double with six decimals.
+using FixedText = std::array<wchar_t, std::numeric_limits<double>::max_exponent10 + 16>;
+
+/// Prints d as "%f" does, in the caller's locale and rounding mode, and returns the number of characters.
+long PrintFixed(double d, FixedText& text) {
+    const bool bPlain = std::isfinite(d) && std::fegetround() == FE_TONEAREST &&
+                        std::strcmp(std::localeconv()->decimal_point, ".") == 0;
+    if (!bPlain) {
+        return std::swprintf(text.data(), text.size(), L"%f", d);
+    }
+    // The same digits, several times as fast.
+    std::array<char, std::tuple_size_v<FixedText>> digits;
+    const char* const pEnd =
+        std::to_chars(digits.data(), digits.data() + digits.size(), d, std::chars_format::fixed, 6).ptr;
+    return std::copy(static_cast<const char*>(digits.data()), pEnd, text.data()) - text.data();
+}
 
 /// Writes runs of characters one behind the other. Most runs of a replacement are short: those are written as eight
 /// characters, of which the next run overwrites what is too much.
@@ -151,7 +172,8 @@ private:
     }
 
     template <int nProbes, class OnMatch>
-    [[gnu::noinline]] long SearchByProbes(const Probes<nProbes>& probes, long nMiss, const wchar_t* pText, long nFrom, long nBehind, OnMatch onMatch) const {
+    [[gnu::noinline]] long SearchByProbes(const Probes<nProbes>& probes, long nMiss, const wchar_t* pText,
+                                          long nFrom, long nBehind, OnMatch onMatch) const {
         long nCost = -1024;
         long i = nFrom;
         while (nBehind - i >= Probes<nProbes>::nBlock) {
@@ -180,7 +202,8 @@ private:
     }
 
     template <class OnMatch>
-    [[gnu::noinline]] void SearchByTable(const wchar_t* pText, long nFrom, long nBehind, OnMatch onMatch) const {
+    [[gnu::noinline]] void SearchByTable(const wchar_t* pText, long nFrom, long nBehind,
+                                         OnMatch onMatch) const {
         long shortTable[nShortTable];
         long* const pNext = m_longTable != nullptr ? m_longTable.get() : shortTable;
         m_pattern.CreateNextTable(pNext);
@@ -364,9 +387,8 @@ long KyString::ReverseFind(wchar_t ch) const {
 }
 
 KyString& KyString::operator<<(double d) {
-    constexpr std::size_t nLongest = std::numeric_limits<double>::max_exponent10 + 16;
-    wchar_t text[nLongest];
-    Write(text, std::swprintf(text, nLongest, L"%f", d), m_nStrLength);
+    FixedText text;
+    Write(text.data(), PrintFixed(d, text), m_nStrLength);
 
     long nLast = m_nStrLength - 1;
     while (nLast > 0 && m_pData[nLast] == L'0' && m_pData[nLast - 1] != L'.') {

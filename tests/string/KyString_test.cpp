@@ -5,8 +5,12 @@
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
+#include <cfenv>
 #include <climits>
+#include <cmath>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <cwchar>
 #include <limits>
 #include <memory>
@@ -819,6 +823,61 @@ TEST(KyStringNumbers, ANotANumberEndsTheStringWithItsName) {
     s << std::numeric_limits<double>::quiet_NaN();
 
     EXPECT_EQ(Text(s), L"10nan");
+}
+
+/// What "%f" gives, in the locale and the rounding mode of the moment, its zeros stripped.
+std::wstring Printed(double d) {
+    wchar_t buffer[400];
+    std::wstring text(buffer, static_cast<std::size_t>(std::swprintf(buffer, 400, L"%f", d)));
+    while (text.size() > 1 && text.back() == L'0' && text[text.size() - 2] != L'.') text.pop_back();
+    return text;
+}
+
+/// Any double at all, or one whose seventh decimal decides.
+double AnyNumber() {
+    if (*rc::gen::arbitrary<bool>()) {
+        const auto nBits = *rc::gen::arbitrary<std::uint64_t>();
+        double d = 0;
+        std::memcpy(&d, &nBits, sizeof(d));
+        return d;
+    }
+    return std::ldexp(static_cast<double>(*rc::gen::inRange(-100'000'000L, 100'000'000L)),
+                      -*rc::gen::inRange(0, 40));
+}
+
+RC_GTEST_PROP(KyStringNumbersModel, AnyNumberIsWhatTheCLibraryPrintsInAnyRoundingMode, ()) {
+    const double d = AnyNumber();
+    const int nMode = *rc::gen::element(FE_TONEAREST, FE_TONEAREST, FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO);
+    KyString s;
+
+    std::fesetround(nMode);
+    s << d;
+    const std::wstring expected = Printed(d);
+    std::fesetround(FE_TONEAREST);
+
+    RC_ASSERT(Text(s) == expected);
+}
+
+TEST(KyStringNumbers, ATieGoesToTheEvenDecimal) {
+    KyString s;
+
+    s << std::ldexp(1, -7) << std::ldexp(3, -7);
+
+    EXPECT_EQ(Text(s), L"0.0078120.023438");
+}
+
+TEST(KyStringNumbers, TheRoundingModeDecidesTheLastDecimal) {
+    KyString up;
+    KyString down;
+
+    std::fesetround(FE_UPWARD);
+    up << 1.0000001;
+    std::fesetround(FE_DOWNWARD);
+    down << 0.9999999;
+    std::fesetround(FE_TONEAREST);
+
+    EXPECT_EQ(Text(up), L"1.000001");
+    EXPECT_EQ(Text(down), L"0.999999");
 }
 
 // CloneString
