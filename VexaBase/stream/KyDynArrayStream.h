@@ -122,11 +122,12 @@ private:
             return false;
         }
         const long nEnd = nPos + Width<T>();
-        const long nLength = std::max(m_bytes.m_nLength, nEnd);
-        std::memcpy(m_bytes.m_pData + nPos, &value, sizeof(T));
         m_bytes.m_nCurIndex = nEnd - 1;
-        m_bytes.m_nLength = nLength;
-        m_nLength = nLength;
+        if (nEnd > m_bytes.m_nLength) {
+            m_bytes.m_nLength = nEnd;
+        }
+        m_nLength = m_bytes.m_nLength;
+        std::memcpy(m_bytes.m_pData + nPos, &value, sizeof(T));
         return true;
     }
 
