@@ -1,9 +1,14 @@
-// Typed records and raw blocks through the memory streams beside std::stringstream, cereal and a plain loop
-// of memcpy. A case's name is job/case/library.
+// Typed records and raw blocks through the memory streams beside std::stringstream, cereal, and a plain loop
+// of memcpy into a block that is large enough, which is the limit. A case's name is job/case/library/size; the
+// bytes of all libraries are compared before anything is timed.
 #include <benchmark/benchmark.h>
 
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <sstream>
+#include <string>
 #include <vector>
 
 #include "VexaBase/stream/KyDynArrayStream.h"
@@ -15,7 +20,8 @@
 
 namespace {
 
-constexpr long nRecords = 100'000;
+constexpr long nRecords = 1'000'000;
+constexpr long nBlocks = 16;
 constexpr long nBlock = 1 << 20;
 constexpr long nChunk = 1 << 16;
 
@@ -26,209 +32,246 @@ struct Record {
     long id = 0;
     double length = 0.5;
 };
+constexpr long nRecordBytes = 20;
 
-template <class Stream>
-void WriteRecords(Stream& stream) {
-    Record record;
-    for (record.id = 0; record.id < nRecords; ++record.id) {
-        stream << record.kind << record.marked << record.layer << record.id << record.length;
+// Every library's archive writes and reads one value, and takes and gives bytes.
+
+/// A stream of this library, its operators taken from the class Operators.
+template <class Stream, class Operators>
+class Ours {
+public:
+    explicit Ours(long nSize) : m_stream(nSize) {}
+
+    template <class T>
+    void Put(const T& value) {
+        static_cast<Operators&>(m_stream) << value;
     }
-}
-
-template <class Stream>
-long ReadRecords(Stream& stream) {
-    Record record;
-    long nSum = 0;
-    for (long i = 0; i < nRecords; ++i) {
-        stream >> record.kind >> record.marked >> record.layer >> record.id >> record.length;
-        nSum += record.id;
+    template <class T>
+    void Get(T& value) {
+        static_cast<Operators&>(m_stream) >> value;
     }
-    return nSum;
-}
-
-void WriteOurs(benchmark::State& state) {
-    for (auto _ : state) {
-        KyDynArrayStream stream(nRecords * 20);
-        WriteRecords(stream);
-        benchmark::DoNotOptimize(stream.GetLength());
+    void Write(std::vector<char>& bytes) {
+        m_stream.Write(bytes.data(), static_cast<long>(bytes.size()));
+        m_stream.MoveTo(m_stream.GetPosition() + static_cast<long>(bytes.size()));
     }
-}
-BENCHMARK(WriteOurs)->Name("stream/write records/ours, contiguous");
-
-void WriteOursChunked(benchmark::State& state) {
-    for (auto _ : state) {
-        KyDynArrayStreamEx stream(nChunk);
-        WriteRecords(stream);
-        benchmark::DoNotOptimize(stream.GetLength());
+    void Read(std::vector<char>& bytes) {
+        m_stream.Read(bytes.data(), static_cast<long>(bytes.size()));
+        m_stream.MoveTo(m_stream.GetPosition() + static_cast<long>(bytes.size()));
     }
-}
-BENCHMARK(WriteOursChunked)->Name("stream/write records/ours, chunked");
+    void Rewind() { m_stream.MoveTo(0); }
 
-template <class Stream>
-void Read(benchmark::State& state, Stream& stream) {
-    WriteRecords(stream);
-    for (auto _ : state) {
-        stream.MoveTo(0);
-        benchmark::DoNotOptimize(ReadRecords(stream));
+private:
+    Stream m_stream;
+};
+
+class Std {
+public:
+    template <class T>
+    void Put(const T& value) {
+        m_stream.write(reinterpret_cast<const char*>(&value), sizeof value);
     }
-}
-
-void ReadOurs(benchmark::State& state) {
-    KyDynArrayStream stream;
-    Read(state, stream);
-}
-BENCHMARK(ReadOurs)->Name("stream/read records/ours, contiguous");
-
-void ReadOursChunked(benchmark::State& state) {
-    KyDynArrayStreamEx stream(nChunk);
-    Read(state, stream);
-}
-BENCHMARK(ReadOursChunked)->Name("stream/read records/ours, chunked");
-
-template <class T>
-void Put(std::ostream& stream, const T& x) {
-    stream.write(reinterpret_cast<const char*>(&x), sizeof x);
-}
-template <class T>
-void Get(std::istream& stream, T& x) {
-    stream.read(reinterpret_cast<char*>(&x), sizeof x);
-}
-
-void PutRecords(std::ostream& stream) {
-    Record record;
-    for (record.id = 0; record.id < nRecords; ++record.id) {
-        Put(stream, record.kind);
-        Put(stream, record.marked);
-        Put(stream, record.layer);
-        Put(stream, record.id);
-        Put(stream, record.length);
+    template <class T>
+    void Get(T& value) {
+        m_stream.read(reinterpret_cast<char*>(&value), sizeof value);
     }
-}
-
-void WriteStd(benchmark::State& state) {
-    for (auto _ : state) {
-        std::stringstream stream;
-        PutRecords(stream);
-        benchmark::DoNotOptimize(stream.tellp());
+    void Write(const std::vector<char>& bytes) {
+        m_stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     }
-}
-BENCHMARK(WriteStd)->Name("stream/write records/std::stringstream");
-
-void ReadStd(benchmark::State& state) {
-    std::stringstream stream;
-    PutRecords(stream);
-    Record record;
-    for (auto _ : state) {
-        stream.seekg(0);
-        long nSum = 0;
-        for (long i = 0; i < nRecords; ++i) {
-            Get(stream, record.kind);
-            Get(stream, record.marked);
-            Get(stream, record.layer);
-            Get(stream, record.id);
-            Get(stream, record.length);
-            nSum += record.id;
-        }
-        benchmark::DoNotOptimize(nSum);
+    void Read(std::vector<char>& bytes) {
+        m_stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     }
-}
-BENCHMARK(ReadStd)->Name("stream/read records/std::stringstream");
+    void Rewind() { m_stream.seekg(0); }
+
+private:
+    std::stringstream m_stream;
+};
 
 #if defined(VEXABASE_HAS_CEREAL)
 
-void WriteCereal(benchmark::State& state) {
-    for (auto _ : state) {
-        std::stringstream stream;
-        cereal::BinaryOutputArchive archive(stream);
-        Record record;
-        for (record.id = 0; record.id < nRecords; ++record.id) {
-            archive(record.kind, record.marked, record.layer, record.id, record.length);
-        }
-        benchmark::DoNotOptimize(stream.tellp());
+class Cereal {
+public:
+    template <class T>
+    void Put(const T& value) {
+        m_out(value);
     }
-}
-BENCHMARK(WriteCereal)->Name("stream/write records/cereal");
+    template <class T>
+    void Get(T& value) {
+        m_in(value);
+    }
+    void Write(const std::vector<char>& bytes) {
+        m_out.saveBinary(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    }
+    void Read(std::vector<char>& bytes) {
+        m_in.loadBinary(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    }
+    void Rewind() { m_stream.seekg(0); }
 
-void ReadCereal(benchmark::State& state) {
-    std::stringstream stream;
-    Record record;
-    {
-        cereal::BinaryOutputArchive archive(stream);
-        for (record.id = 0; record.id < nRecords; ++record.id) {
-            archive(record.kind, record.marked, record.layer, record.id, record.length);
-        }
-    }
-    for (auto _ : state) {
-        stream.seekg(0);
-        cereal::BinaryInputArchive archive(stream);
-        long nSum = 0;
-        for (long i = 0; i < nRecords; ++i) {
-            archive(record.kind, record.marked, record.layer, record.id, record.length);
-            nSum += record.id;
-        }
-        benchmark::DoNotOptimize(nSum);
-    }
-}
-BENCHMARK(ReadCereal)->Name("stream/read records/cereal");
+private:
+    std::stringstream m_stream;
+    cereal::BinaryOutputArchive m_out{m_stream};
+    cereal::BinaryInputArchive m_in{m_stream};
+};
 
 #endif
 
-/// The bound: the same bytes by memcpy into a block that is large enough.
-void WriteMemcpy(benchmark::State& state) {
-    std::vector<char> bytes(static_cast<std::size_t>(nRecords) * 20);
-    for (auto _ : state) {
-        char* p = bytes.data();
-        const auto put = [&p](const auto& x) {
-            std::memcpy(p, &x, sizeof x);
-            p += sizeof x;
-        };
-        Record record;
-        for (record.id = 0; record.id < nRecords; ++record.id) {
-            put(record.kind);
-            put(record.marked);
-            put(record.layer);
-            put(record.id);
-            put(record.length);
-        }
-        benchmark::ClobberMemory();
+class Memcpy {
+public:
+    explicit Memcpy(long nSize) : m_bytes(new char[static_cast<std::size_t>(nSize)]), m_p(m_bytes.get()) {}
+
+    template <class T>
+    void Put(const T& value) {
+        std::memcpy(m_p, &value, sizeof value);
+        m_p += sizeof value;
+    }
+    template <class T>
+    void Get(T& value) {
+        std::memcpy(&value, m_p, sizeof value);
+        m_p += sizeof value;
+    }
+    void Write(const std::vector<char>& bytes) {
+        std::memcpy(m_p, bytes.data(), bytes.size());
+        m_p += bytes.size();
+    }
+    void Read(std::vector<char>& bytes) {
+        std::memcpy(bytes.data(), m_p, bytes.size());
+        m_p += bytes.size();
+    }
+    void Rewind() { m_p = m_bytes.get(); }
+
+private:
+    std::unique_ptr<char[]> m_bytes;
+    char* m_p;
+};
+
+template <class Archive>
+void PutRecords(Archive& archive) {
+    Record record;
+    for (record.id = 0; record.id < nRecords; ++record.id) {
+        archive.Put(record.kind);
+        archive.Put(record.marked);
+        archive.Put(record.layer);
+        archive.Put(record.id);
+        archive.Put(record.length);
     }
 }
-BENCHMARK(WriteMemcpy)->Name("stream/write records/memcpy");
 
-template <class MakeStream, class Write>
-void Blocks(benchmark::State& state, MakeStream makeStream, Write write) {
-    std::vector<char> block(nBlock, 'x');
-    for (auto _ : state) {
-        auto stream = makeStream();
-        for (int i = 0; i < 8; ++i) {
-            write(stream, block.data());
-        }
-        benchmark::ClobberMemory();
+/// A sum that takes all values in.
+template <class Archive>
+double GetRecords(Archive& archive) {
+    Record record;
+    double sum = 0;
+    for (long i = 0; i < nRecords; ++i) {
+        archive.Get(record.kind);
+        archive.Get(record.marked);
+        archive.Get(record.layer);
+        archive.Get(record.id);
+        archive.Get(record.length);
+        sum += record.length * static_cast<double>(record.id + record.kind + record.layer) +
+               (record.marked ? 1 : 0);
+    }
+    return sum;
+}
+
+template <class Archive>
+void PutBlocks(Archive& archive, std::vector<char>& block) {
+    for (long i = 0; i < nBlocks; ++i) {
+        archive.Write(block);
     }
 }
 
-void WriteBlock(KyStream& stream, char* pBlock) {
-    stream.Write(pBlock, nBlock);
-    stream.MoveTo(stream.GetPosition() + nBlock);
+/// Ends the program when the library's records are other bytes than those of memcpy.
+template <class MakeArchive>
+void CompareBytes(const std::string& library, MakeArchive makeArchive) {
+    std::vector<char> bytes(nRecords * nRecordBytes);
+    std::vector<char> expected(nRecords * nRecordBytes);
+    auto pArchive = makeArchive(nRecords * nRecordBytes);
+    Memcpy memcpied(nRecords * nRecordBytes);
+    PutRecords(*pArchive);
+    PutRecords(memcpied);
+    pArchive->Rewind();
+    memcpied.Rewind();
+    pArchive->Read(bytes);
+    memcpied.Read(expected);
+    if (bytes != expected) {
+        std::fprintf(stderr, "%s: the libraries disagree\n", library.c_str());
+        std::exit(EXIT_FAILURE);
+    }
 }
 
-void BlocksOurs(benchmark::State& state) {
-    Blocks(
-        state, [] { return KyDynArrayStream(8 * nBlock); }, WriteBlock);
+template <class Run>
+void Register(const std::string& name, long nSize, Run run) {
+    benchmark::RegisterBenchmark(name.c_str(), run)->Arg(nSize)->Unit(benchmark::kMicrosecond);
 }
-BENCHMARK(BlocksOurs)->Name("stream/write megabyte blocks/ours, contiguous");
 
-void BlocksOursChunked(benchmark::State& state) {
-    Blocks(
-        state, [] { return KyDynArrayStreamEx(nBlock); }, WriteBlock);
+/// The four cases of one library. makeArchive(bytes) gives a pointer to a fresh archive.
+template <class MakeArchive>
+void RegisterLibrary(const std::string& library, MakeArchive makeArchive) {
+    CompareBytes(library, makeArchive);
+    Register("streams/write records/" + library, nRecords, [makeArchive](benchmark::State& state) {
+        for (auto _ : state) {
+            auto pArchive = makeArchive(nRecords * nRecordBytes);
+            PutRecords(*pArchive);
+            benchmark::DoNotOptimize(pArchive.get());
+            benchmark::ClobberMemory();
+        }
+    });
+    Register("streams/read records/" + library, nRecords, [makeArchive](benchmark::State& state) {
+        auto pArchive = makeArchive(nRecords * nRecordBytes);
+        PutRecords(*pArchive);
+        for (auto _ : state) {
+            pArchive->Rewind();
+            benchmark::DoNotOptimize(GetRecords(*pArchive));
+        }
+    });
+    Register("streams/write megabyte blocks/" + library, nBlocks, [makeArchive](benchmark::State& state) {
+        std::vector<char> block(nBlock, 'x');
+        for (auto _ : state) {
+            auto pArchive = makeArchive(nBlocks * nBlock);
+            PutBlocks(*pArchive, block);
+            benchmark::DoNotOptimize(pArchive.get());
+            benchmark::ClobberMemory();
+        }
+    });
+    Register("streams/read megabyte blocks/" + library, nBlocks, [makeArchive](benchmark::State& state) {
+        std::vector<char> block(nBlock, 'x');
+        auto pArchive = makeArchive(nBlocks * nBlock);
+        PutBlocks(*pArchive, block);
+        for (auto _ : state) {
+            pArchive->Rewind();
+            for (long i = 0; i < nBlocks; ++i) {
+                pArchive->Read(block);
+                benchmark::DoNotOptimize(block.data());
+                benchmark::ClobberMemory();
+            }
+        }
+    });
 }
-BENCHMARK(BlocksOursChunked)->Name("stream/write megabyte blocks/ours, chunked");
 
-void BlocksStd(benchmark::State& state) {
-    Blocks(
-        state, [] { return std::stringstream(); },
-        [](std::stringstream& stream, const char* pBlock) { stream.write(pBlock, nBlock); });
+template <class Stream, class Operators>
+auto MakeOurs(long nSize) {
+    return std::make_unique<Ours<Stream, Operators>>(nSize);
 }
-BENCHMARK(BlocksStd)->Name("stream/write megabyte blocks/std::stringstream");
 
 }  // namespace
+
+int main(int argc, char** argv) {
+    using Contiguous = KyDynArrayStream;
+    using Chunked = KyDynArrayStreamEx;
+    RegisterLibrary("ours, contiguous", MakeOurs<Contiguous, Contiguous>);
+    RegisterLibrary("ours, chunked", [](long) { return MakeOurs<Chunked, Chunked>(nChunk); });
+    RegisterLibrary("ours, contiguous, through the base", MakeOurs<Contiguous, KyStream>);
+    RegisterLibrary("ours, chunked, through the base",
+                    [](long) { return MakeOurs<Chunked, KyStream>(nChunk); });
+    RegisterLibrary("std::stringstream", [](long) { return std::make_unique<Std>(); });
+#if defined(VEXABASE_HAS_CEREAL)
+    RegisterLibrary("cereal", [](long) { return std::make_unique<Cereal>(); });
+#endif
+    RegisterLibrary("limit", [](long nSize) { return std::make_unique<Memcpy>(nSize); });
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+        return EXIT_FAILURE;
+    }
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return EXIT_SUCCESS;
+}

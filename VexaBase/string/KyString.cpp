@@ -35,8 +35,8 @@ long PrintFixed(double d, FixedText& text) {
     return std::copy(static_cast<const char*>(digits.data()), pEnd, text.data()) - text.data();
 }
 
-/// Writes runs of characters one behind the other. Most runs of a replacement are short: those are written as eight
-/// characters, of which the next run overwrites what is too much.
+/// Writes runs of characters one behind the other. Most runs of a replacement are short: those are written as
+/// eight characters, of which the next run overwrites what is too much.
 class RunWriter {
 public:
     static constexpr long nShort = 8;
@@ -58,7 +58,7 @@ private:
     const wchar_t* m_pEnd;
 };
 
-/// nProbes characters of a pattern, and where in a text they are all right, looked up for a block of positions at once.
+/// A few characters of a pattern, and where in a text they are all right, for a block of positions at once.
 template <int nProbes>
 class Probes {
 public:
@@ -104,13 +104,14 @@ private:
     long m_indices[nProbes];
 };
 
-/// Calls onMatch with the index of every match of a pattern in a text, ascending and without overlaps, until it answers
-/// false.
+/// Calls onMatch with the index of every match of a pattern in a text, ascending and without overlaps, until
+/// it answers false.
 ///
-/// A search begins with what is fastest in most texts and changes for good to what is safer when that has cost more than
-/// the text that it has seen. First it goes from one first character to the next; when that one is frequent, it looks at
-/// two characters of the pattern in blocks, then at eight; when even these are right in too many places, it goes by the
-/// pattern's next table (Knuth, Morris and Pratt). So the whole is linear in text and pattern.
+/// A search begins with what is fastest in most texts, and changes for good to what is safer when that has
+/// cost more than the text that it has seen is worth. First it goes from one first character to the next; when
+/// that one is frequent, it looks for two characters of the pattern in blocks, then for eight; when even these
+/// are right in too many places, it goes by the pattern's next table (Knuth, Morris and Pratt). So the whole
+/// is linear in text and pattern.
 class Searcher {
 public:
     /// For a pattern that is not empty, and outlives the searcher.
@@ -130,9 +131,10 @@ public:
             nFrom = SearchByFirst(pText, nFrom, nBehind, onMatch);
         }
         if (nFrom < nBehind) {
-            nFrom = SearchByProbes(TwoProbes(), 32, pText, nFrom, nBehind, onMatch);
+            nFrom = SearchByProbes(TwoProbes(), nInterruption, pText, nFrom, nBehind, onMatch);
         }
         if (nFrom < nBehind) {
+            // What comes next is slow enough for the interruptions not to count.
             nFrom = SearchByProbes(EightProbes(), 0, pText, nFrom, nBehind, onMatch);
         }
         if (nFrom < nBehind) {
@@ -143,13 +145,15 @@ public:
 private:
     static constexpr long nShortTable = 64;
 
-    // Each of these searches from nFrom on and returns where the next one has to go on, nBehind when none has to.
+    // Looking closer at one position costs as much as this many characters in blocks.
+    static constexpr long nInterruption = 32;
+
+    // Each of these searches from nFrom on and returns where the next one has to go on, nBehind or more when
+    // nothing is left.
 
     template <class OnMatch>
     long SearchByFirst(const wchar_t* pText, long nFrom, long nBehind, OnMatch onMatch) const {
-        // A call of wmemchr costs as much as this many characters in blocks.
-        constexpr long nCall = 32;
-        long nCost = -4 * nCall;
+        long nCost = -4 * nInterruption;
         for (long i = nFrom; i < nBehind; ++i) {
             if (nCost > i - nFrom) {
                 return i;
@@ -166,13 +170,13 @@ private:
                 }
                 i += m_nPattern - 1;
             }
-            nCost += nCall + nSame;
+            nCost += nInterruption + nSame;
         }
         return nBehind;
     }
 
     template <int nProbes, class OnMatch>
-    [[gnu::noinline]] long SearchByProbes(const Probes<nProbes>& probes, long nMiss, const wchar_t* pText,
+    [[gnu::noinline]] long SearchByProbes(const Probes<nProbes>& probes, long nMissCost, const wchar_t* pText,
                                           long nFrom, long nBehind, OnMatch onMatch) const {
         long nCost = -1024;
         long i = nFrom;
@@ -191,7 +195,7 @@ private:
                     nNext = k + m_nPattern;
                     continue;
                 }
-                nCost += nMiss + nSame;
+                nCost += nMissCost + nSame;
                 if (nCost > k - nFrom) {
                     return k + 1;
                 }

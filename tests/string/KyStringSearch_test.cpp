@@ -679,7 +679,8 @@ RC_GTEST_PROP(KyStringSearchModel, AnyTextAndAnyPieceOfItAgreeWithANaiveSearch, 
     RC_ASSERT(s.m_nLength == s.m_nStrLength + 1);
 }
 
-/// A text of one unit over and over, with a few other characters in it: what looks like a match often is none.
+/// A text of one unit over and over, with a few other characters in it: what looks like a match often is
+/// none.
 std::wstring Repetitive(long nLength) {
     const std::wstring unit = *rc::gen::nonEmpty(
         rc::gen::container<std::wstring>(rc::gen::weightedElement<wchar_t>({{4, L'a'}, {1, L'b'}})));
