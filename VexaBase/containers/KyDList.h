@@ -100,13 +100,7 @@ public:
     void DelCur() override {
         KY_CHECK(this->m_pCurNode != this->m_pHead, "KyDList::DelCur",
                  "no current element (index %ld, length %ld)", this->m_nCurIndex, this->m_nLength);
-        KyListNode<T>* const pRemoved = this->m_pCurNode;
-        this->MoveToPre();
-        Link(this->m_pCurNode, pRemoved->m_pNext);
-        if (pRemoved == this->m_pTail) {
-            this->m_pTail = this->m_pCurNode;
-        }
-        delete static_cast<Node*>(pRemoved);
+        delete UnlinkCur();
         --this->m_nLength;
     }
 
@@ -128,9 +122,7 @@ public:
     /// on x; returns its address. Changes nothing when the node cannot be had. O(1).
     T* InsertAfterCur(const T& x) override {
         Node* const pNode = new Node{{x, nullptr}, nullptr};
-        Link(pNode, this->m_pCurNode->m_pNext);
-        Link(this->m_pCurNode, pNode);
-        this->SetCurrentToNew(pNode);
+        LinkAfterCur(pNode);
         return this->DataOf(pNode);
     }
 
@@ -192,6 +184,38 @@ protected:
     static void Link(KyListNode<T>* a, KyListNode<T>* b) {
         a->m_pNext = b;
         static_cast<Node*>(b)->m_pPre = static_cast<Node*>(a);
+    }
+
+    /// Takes the current node out of the ring and steps the cursor back. The node is the caller's then, and the
+    /// length is the caller's to lower.
+    Node* UnlinkCur() {
+        KyListNode<T>* const pNode = this->m_pCurNode;
+        this->MoveToPre();
+        Link(this->m_pCurNode, pNode->m_pNext);
+        if (pNode == this->m_pTail) {
+            this->m_pTail = this->m_pCurNode;
+        }
+        return static_cast<Node*>(pNode);
+    }
+
+    /// Links a node of the caller's behind the current one and counts it. The cursor ends on it.
+    void LinkAfterCur(Node* pNode) {
+        Link(pNode, this->m_pCurNode->m_pNext);
+        Link(this->m_pCurNode, pNode);
+        this->SetCurrentToNew(pNode);
+    }
+
+    /// Removes the current element as KyDList::DelCur does, but hands its node to the caller.
+    Node* TakeOutCur() {
+        Node* const pNode = UnlinkCur();
+        --this->m_nLength;
+        return pNode;
+    }
+
+    /// Makes a node that was taken out of this list element i, without allocating. The cursor ends on it.
+    void PutBack(Node* pNode, long i) {
+        this->MoveTo(i - 1);
+        LinkAfterCur(pNode);
     }
 
     /// Frees every element node and the sentinel, which is of the type given, and leaves no ring for the base

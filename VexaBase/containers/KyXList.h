@@ -77,13 +77,7 @@ public:
     void DelCur() override {
         KY_CHECK(this->m_pCurNode != this->m_pHead, "KyXList::DelCur",
                  "no current element (index %ld, length %ld)", this->m_nCurIndex, this->m_nLength);
-        const long nPosition = CursorPosition();
-        if ((this->m_nLength - 1) % m_nStep == 0) {
-            m_arrIndex.ReAllocate(m_arrIndex.m_nLength - 1);
-        }
-        for (long j = EntriesBelow(nPosition); j < m_arrIndex.m_nLength; ++j) {
-            m_arrIndex.m_pData[j] = static_cast<Node*>(m_arrIndex.m_pData[j]->m_pNext);
-        }
+        UnindexCur();
         KyDList<T>::DelCur();
     }
 
@@ -94,12 +88,7 @@ public:
         const long nPosition = CursorPosition() + 1;
         ReserveIndex(this->m_nLength + 1);
         T* const pElement = KyDList<T>::InsertAfterCur(x);
-        for (long j = EntriesBelow(nPosition); j < m_arrIndex.m_nLength; ++j) {
-            m_arrIndex.m_pData[j] = m_arrIndex.m_pData[j]->m_pPre;
-        }
-        if (m_arrIndex.m_nLength < EntriesBelow(this->m_nLength)) {
-            AddEntry(this->m_pTail);
-        }
+        IndexNew(nPosition);
         return pElement;
     }
 
@@ -150,6 +139,18 @@ public:
 protected:
     using typename KyDList<T>::AroundSentinel;
 
+    /// See KyDList::TakeOutCur.
+    Node* TakeOutCur() {
+        UnindexCur();
+        return KyDList<T>::TakeOutCur();
+    }
+
+    /// See KyDList::PutBack. The index must have room: the list is not to become longer than it was before.
+    void PutBack(Node* pNode, long i) {
+        KyDList<T>::PutBack(pNode, i);
+        IndexNew(i);
+    }
+
     /// Node at a position inside the list, from the nearer of the two index entries around it, or the tail.
     Node* NodeAt(long i) const {
         const long nEntry = i / m_nStep;
@@ -192,6 +193,27 @@ private:
         }
         SentinelOf().m_bCursorIsStale = nPosition != this->m_nCurIndex;
         return nPosition;
+    }
+
+    /// Takes the current element, which is about to go, out of the index.
+    void UnindexCur() {
+        const long nPosition = CursorPosition();
+        if ((this->m_nLength - 1) % m_nStep == 0) {
+            m_arrIndex.ReAllocate(m_arrIndex.m_nLength - 1);
+        }
+        for (long j = EntriesBelow(nPosition); j < m_arrIndex.m_nLength; ++j) {
+            m_arrIndex.m_pData[j] = static_cast<Node*>(m_arrIndex.m_pData[j]->m_pNext);
+        }
+    }
+
+    /// Takes the element that was linked at nPosition into the index, which has room for it.
+    void IndexNew(long nPosition) {
+        for (long j = EntriesBelow(nPosition); j < m_arrIndex.m_nLength; ++j) {
+            m_arrIndex.m_pData[j] = m_arrIndex.m_pData[j]->m_pPre;
+        }
+        if (m_arrIndex.m_nLength < EntriesBelow(this->m_nLength)) {
+            AddEntry(this->m_pTail);
+        }
     }
 
     /// Makes room in the index for a list of nLength elements, without changing its entries.

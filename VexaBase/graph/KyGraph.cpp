@@ -1,18 +1,115 @@
 #include "VexaBase/graph/KyGraph.h"
 
-#include <memory>
+#include <utility>
 
 namespace {
 
-/// Takes element i out of an owning list without deleting it.
-template <class T>
-std::unique_ptr<T> TakeOut(KyPXList<T>& list, long i) {
-    list.MoveTo(i);
-    std::unique_ptr<T> pElement(list.GetCurData());
-    list.SetCurData(nullptr);
-    list.DelCur();
-    return pElement;
-}
+/// An element that is out of its list for a while. Its node waits to be put back or freed; the element itself
+/// is its owner's business.
+template <class List>
+class Absent {
+public:
+    Absent() = default;
+
+    /// Takes the current element out.
+    explicit Absent(List& list)
+        : m_pList(&list), m_nIndex(list.m_nCurIndex), m_pNode((list.*(&Operations::TakeOutCur))()) {}
+
+    /// Makes it the element that it was. Whatever was taken out of the list later has to be back.
+    void PutBack() {
+        if (m_pNode != nullptr) {
+            (m_pList->*(&Operations::PutBack))(std::exchange(m_pNode, nullptr), m_nIndex);
+        }
+    }
+
+    /// The element has been destroyed.
+    void Empty() {
+        if (m_pNode != nullptr) {
+            m_pNode->m_data = nullptr;
+        }
+    }
+
+    /// Removes the elements of the list that were put back empty.
+    void RemoveEmpty() {
+        if (m_pList != nullptr) {
+            for (m_pList->MoveToFirst(); m_pList->m_nCurIndex >= 0; m_pList->MoveToNext()) {
+                if (m_pList->GetCurData() == nullptr) {
+                    m_pList->DelCur();
+                }
+            }
+        }
+    }
+
+    void Free() { delete std::exchange(m_pNode, nullptr); }
+
+private:
+    /// What lists have for the classes derived from them.
+    struct Operations : List {
+        using List::PutBack;
+        using List::TakeOutCur;
+    };
+
+    List* m_pList = nullptr;
+    long m_nIndex = -1;
+    KyDListNode<typename List::value_type>* m_pNode = nullptr;
+};
+
+/// An arc's places around its nodes, which it is off for a while. Its ends stay what they are.
+class AbsentArc {
+public:
+    AbsentArc() = default;
+    explicit AbsentArc(const KyGraphArc& arc)
+        : m_atStart(TakeOff(arc.m_pStart, arc)), m_atEnd(TakeOff(arc.m_pEnd, arc)) {}
+
+    void PutBack() {
+        m_atEnd.PutBack();
+        m_atStart.PutBack();
+    }
+    void Empty() {
+        m_atStart.Empty();
+        m_atEnd.Empty();
+    }
+    void RemoveEmpty() {
+        m_atStart.RemoveEmpty();
+        m_atEnd.RemoveEmpty();
+    }
+    void Free() {
+        m_atStart.Free();
+        m_atEnd.Free();
+    }
+
+private:
+    using Place = Absent<KyPDList<KyGraphArc>>;
+
+    static Place TakeOff(KyGraphNode* pNode, const KyGraphArc& arc) {
+        if (pNode == nullptr) {
+            return {};
+        }
+        KyPDList<KyGraphArc>& lstArc = pNode->m_lstArc;
+        for (lstArc.MoveToFirst(); lstArc.m_nCurIndex >= 0; lstArc.MoveToNext()) {
+            if (lstArc.GetCurData() == &arc) {
+                return Place(lstArc);
+            }
+        }
+        return {};
+    }
+
+    Place m_atStart;
+    Place m_atEnd;
+};
+
+/// An arc taken off a node that is being put in order; and of the arc behind it, which stays, what it was
+/// before another node took it over.
+struct Collected {
+    KyGraphArc* m_pArc = nullptr;  // null once it has been destroyed
+    AbsentArc m_places{};
+    bool m_bIsReattached = false;
+
+    KyGraphArc* m_pNext = nullptr;
+    KyGraphNode* m_pNextStart = nullptr;
+    KyGraphNode* m_pNextEnd = nullptr;
+    bool m_bNextIsListed = false;
+};
 
 /// Takes an arc off both its nodes, its ends staying what they are.
 void Unlist(KyGraphArc& arc) {
@@ -104,58 +201,174 @@ void KyGraph::UnConnect() {
 long KyGraph::CheckArc(long i) {
     KY_CHECK(i >= 0 && i < m_lstArc.m_nLength, "KyGraph::CheckArc",
              "index out of range (index %ld, %ld arcs)", i, m_lstArc.m_nLength);
-    std::unique_ptr<KyGraphArc> pArc = TakeOut(m_lstArc, i);
-    Unlist(*pArc);
-    const long nIndex = *this << pArc.get();
-    static_cast<void>(pArc.release());
-    return nIndex;
+    m_lstArc.MoveTo(i);
+    KyGraphArc* const pArc = m_lstArc.GetCurData();
+    Absent element(m_lstArc);
+    AbsentArc places(*pArc);
+    try {
+        *this << pArc;
+    } catch (...) {
+        places.PutBack();
+        element.PutBack();
+        throw;
+    }
+    places.Free();
+    element.Free();
+    return m_lstArc.m_nCurIndex;
 }
+
+/// One run of CheckNode, which can be undone until the node is merged away.
+class KyGraph::NodeCheck {
+public:
+    NodeCheck(KyGraph& graph, long i) : m_graph(graph) {
+        m_graph.m_lstNode.MoveTo(i);
+        m_pNode = m_graph.m_lstNode.GetCurData();
+        m_place = Absent(m_graph.m_lstNode);
+    }
+    NodeCheck(const NodeCheck&) = delete;
+    NodeCheck& operator=(const NodeCheck&) = delete;
+    ~NodeCheck() {
+        m_place.Free();
+        for (Collected& collected : m_lstCollected) {
+            collected.m_places.Free();
+        }
+    }
+
+    long Run(KyDynArrayBase<KyGraphArc*>* pLost) {
+        try {
+            Collect();
+            InsertNode();
+            Reattach(pLost);
+        } catch (...) {
+            if (!m_bIsMerged) {
+                Undo();
+            }
+            throw;
+        }
+        return m_nIndex;
+    }
+
+private:
+    /// Taking an arc off shortens the node's list while k advances: every second arc stays where it is, as
+    /// documented.
+    void Collect() {
+        for (long k = 0; k < m_pNode->m_lstArc.m_nLength; ++k) {
+            KyGraphArc* const pArc = *m_pNode->m_lstArc.GetAt(k);
+            m_lstCollected.Append(Collected{pArc});
+            m_lstCollected.GetLast()->m_places = AbsentArc(*pArc);
+        }
+    }
+
+    void InsertNode() {
+        KyPXList<KyGraphNode>& lstNode = m_graph.m_lstNode;
+        if (!lstNode.BFindDataTo(*m_pNode)) {
+            lstNode.InsertCur(m_pNode);
+        } else {
+            MergeInto(lstNode.GetCurData());
+        }
+        m_nIndex = lstNode.m_nCurIndex;
+    }
+
+    void MergeInto(KyGraphNode* pSurvivor) {
+        TakeOver(pSurvivor);
+        m_pNode->UnConnect();
+        delete m_pNode;
+        m_bIsMerged = true;
+        // Before the first comparison of Reattach, which might read the node that is gone.
+        for (KyGraphArc* pArc : m_graph.m_lstArc) {
+            pArc->RePoint(m_pNode, pSurvivor);
+        }
+        for (const Collected& collected : m_lstCollected) {
+            collected.m_pArc->RePoint(m_pNode, pSurvivor);
+        }
+    }
+
+    /// What KyGraphNode::Conbine does, but all or nothing. The node still lists its arcs afterwards.
+    void TakeOver(KyGraphNode* pSurvivor) {
+        auto it = m_lstCollected.begin();
+        try {
+            for (KyGraphArc* pArc : m_pNode->m_lstArc) {
+                it->m_pNext = pArc;
+                it->m_pNextStart = pArc->m_pStart;
+                it->m_pNextEnd = pArc->m_pEnd;
+                pArc->RePoint(m_pNode, pSurvivor);
+                it->m_bNextIsListed = pSurvivor->AppendArc(pArc) != 0;
+                ++it;
+            }
+        } catch (...) {
+            for (const Collected& collected : m_lstCollected) {
+                if (collected.m_bNextIsListed) {
+                    pSurvivor->RemoveArc(collected.m_pNext);
+                }
+                if (collected.m_pNext != nullptr) {
+                    collected.m_pNext->m_pStart = collected.m_pNextStart;
+                    collected.m_pNext->m_pEnd = collected.m_pNextEnd;
+                }
+            }
+            throw;
+        }
+    }
+
+    void Reattach(KyDynArrayBase<KyGraphArc*>* pLost) {
+        KyPXList<KyGraphArc>& lstArc = m_graph.m_lstArc;
+        for (Collected& collected : m_lstCollected) {
+            const long nArc = IndexOf(lstArc, collected.m_pArc);
+            if (nArc < 0) {
+                if (pLost != nullptr) {
+                    pLost->Append(collected.m_pArc);
+                }
+                continue;
+            }
+            lstArc.MoveTo(nArc);
+            Absent element(lstArc);
+            try {
+                m_graph << collected.m_pArc;
+            } catch (...) {
+                element.PutBack();
+                throw;
+            }
+            element.Free();
+            collected.m_bIsReattached = lstArc.GetCurData() == collected.m_pArc;
+            if (!collected.m_bIsReattached) {
+                collected.m_pArc = nullptr;
+            }
+        }
+    }
+
+    void Undo() {
+        for (const Collected& collected : m_lstCollected) {
+            if (collected.m_bIsReattached) {
+                Unlist(*collected.m_pArc);
+            }
+        }
+        if (m_nIndex >= 0) {
+            m_graph.m_lstNode.MoveTo(m_nIndex);
+            Absent(m_graph.m_lstNode).Free();
+        }
+        m_place.PutBack();
+        for (auto it = m_lstCollected.end(); it-- != m_lstCollected.begin();) {
+            if (it->m_pArc == nullptr) {
+                it->m_places.Empty();
+            }
+            it->m_places.PutBack();
+        }
+        for (Collected& collected : m_lstCollected) {
+            if (collected.m_pArc == nullptr) {
+                collected.m_places.RemoveEmpty();
+            }
+        }
+    }
+
+    KyGraph& m_graph;
+    KyDList<Collected> m_lstCollected;
+    KyGraphNode* m_pNode;
+    Absent<KyPXList<KyGraphNode>> m_place;
+    long m_nIndex = -1;
+    bool m_bIsMerged = false;
+};
 
 long KyGraph::CheckNode(long i, KyDynArrayBase<KyGraphArc*>* pLost) {
     KY_CHECK(i >= 0 && i < m_lstNode.m_nLength, "KyGraph::CheckNode",
              "index out of range (index %ld, %ld nodes)", i, m_lstNode.m_nLength);
-    std::unique_ptr<KyGraphNode> pOwned = TakeOut(m_lstNode, i);
-    KyGraphNode* const pNode = pOwned.get();
-    KyList<KyGraphArc*> lstTaken;
-    const auto rePoint = [&](KyGraphNode* pNew) {
-        for (KyGraphArc* pArc : m_lstArc) {
-            pArc->RePoint(pNode, pNew);
-        }
-        for (KyGraphArc* pArc : lstTaken) {
-            pArc->RePoint(pNode, pNew);
-        }
-    };
-    long nIndex = -1;
-    try {
-        // Unlisting an arc shortens the list while k advances: every second arc stays where it is, as
-        // documented.
-        for (long k = 0; k < pNode->m_lstArc.m_nLength; ++k) {
-            KyGraphArc* const pArc = *pNode->m_lstArc.GetAt(k);
-            lstTaken.Append(pArc);
-            Unlist(*pArc);
-        }
-        nIndex = *this << pNode;
-        static_cast<void>(pOwned.release());
-    } catch (...) {
-        rePoint(nullptr);
-        throw;
-    }
-    KyGraphNode* const pSurvivor = m_lstNode.GetCurData();
-    if (pSurvivor != pNode) {
-        // Before the first comparison below, which might read the node that is gone.
-        rePoint(pSurvivor);
-    }
-    for (KyGraphArc* pArc : lstTaken) {
-        const long nArc = IndexOf(m_lstArc, pArc);
-        if (nArc < 0) {
-            if (pLost != nullptr) {
-                pLost->Append(pArc);
-            }
-            continue;
-        }
-        std::unique_ptr<KyGraphArc> pTaken = TakeOut(m_lstArc, nArc);
-        *this << pTaken.get();
-        static_cast<void>(pTaken.release());
-    }
-    return nIndex;
+    return NodeCheck(*this, i).Run(pLost);
 }

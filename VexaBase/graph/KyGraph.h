@@ -60,8 +60,7 @@ public:
 
     /// Puts arc i back in order after its key changed: takes it out, adds it again, and lists it anew around
     /// both nodes. Returns its new index, or that of an arc that now compares equal, in which case this one
-    /// is deleted. When a comparison throws or memory runs out meanwhile, the arc is deleted. Requires
-    /// 0 <= i < number of arcs.
+    /// is deleted. When an exception comes out, the graph is as it was. Requires 0 <= i < number of arcs.
     long CheckArc(long i);
 
     /// Puts node i back in order after its key changed, and re-attaches the arcs at the even positions of its
@@ -69,12 +68,20 @@ public:
     /// m_lstArc that they had. Where another node now compares equal, it takes over the arcs and this one is
     /// deleted; no arc of the graph points at it afterwards. Arcs listed at the node that do not belong to
     /// the graph are appended to pLost, if that is given, neither connected nor deleted. Returns the index of
-    /// the node that survives. When a comparison throws or memory runs out meanwhile, the element being put
-    /// in order is deleted, and arcs taken off their nodes by then stay so. Requires 0 <= i < number of
-    /// nodes.
+    /// the node that survives.
+    ///
+    /// When an exception comes out, the node is where it was, with the arcs that it had: the same call can be
+    /// made again. What was done for single arcs by then stays done: some have their new place in m_lstArc,
+    /// one that compares equal to another is gone (the positions behind it have moved up), and pLost may name
+    /// some. Only where this node has been merged away already there is no way back: the arcs not yet
+    /// re-attached stay in the graph, their ends set but listed at neither, and CheckArc attaches each.
+    /// Requires 0 <= i < number of nodes.
     long CheckNode(long i, KyDynArrayBase<KyGraphArc*>* pLost = nullptr);
 
     long m_nUserData = 0;             // the application's; the graph's operations leave it alone
     KyPXList<KyGraphNode> m_lstNode;  // all nodes, ascending by CmpNode
     KyPXList<KyGraphArc> m_lstArc;    // all arcs, ascending by CmpArc
+
+private:
+    class NodeCheck;
 };

@@ -153,6 +153,21 @@ KyGraphArc* ArcAt(World& world, long i) { return *world.m_graph->m_lstArc.GetAt(
 void Renumber(KyGraphNode* pNode, long nNumber) { static_cast<NumberedNode*>(pNode)->m_nNumber = nNumber; }
 void Renumber(KyGraphArc* pArc, long nNumber) { static_cast<NumberedArc*>(pArc)->m_nNumber = nNumber; }
 
+/// Checks the first of three nodes; or, where that has been merged away before a fault, attaches the arcs that
+/// the fault left unlisted.
+void CheckFirstNode(KyGraph& graph) {
+    if (graph.m_lstNode.m_nLength == 3) {
+        KyList<KyGraphArc*> lost;
+        graph.CheckNode(0, &lost);
+        return;
+    }
+    for (long i = 0; i < graph.m_lstArc.m_nLength; ++i) {
+        const KyGraphArc* const pArc = *graph.m_lstArc.GetAt(i);
+        const auto& lstArc = pArc->m_pStart->m_lstArc;
+        if (std::find(lstArc.begin(), lstArc.end(), pArc) == lstArc.end()) graph.CheckArc(i);
+    }
+}
+
 const Operation g_operations[] = {
     {"AppendArcFirst",
      [](World& world) {
@@ -296,15 +311,13 @@ const Operation g_operations[] = {
          MakeTriangle(world);
          Renumber(ArcAt(world, 0), 25);
          return [&world] { world.m_graph->CheckArc(0); };
-     },
-     false},
+     }},
     {"CheckArcOntoAnother",
      [](World& world) {
          MakeTriangle(world);
          Renumber(ArcAt(world, 0), 30);
          return [&world] { world.m_graph->CheckArc(0); };
-     },
-     false},
+     }},
     {"CheckNodeToANewPlace",
      [](World& world) {
          MakeTriangle(world);
@@ -314,8 +327,7 @@ const Operation g_operations[] = {
          world.LooseArc(35, nullptr, NodeAt(world, 0))->Connect();
          Renumber(NodeAt(world, 0), 9);
          return [&world] { world.m_graph->CheckNode(0); };
-     },
-     false},
+     }},
     {"CheckNodeOntoAnother",
      [](World& world) {
          MakeTriangle(world);
@@ -324,12 +336,8 @@ const Operation g_operations[] = {
          world.LooseArc(15, NodeAt(world, 0), nullptr)->Connect();
          world.LooseArc(35, nullptr, NodeAt(world, 0))->Connect();
          Renumber(NodeAt(world, 0), 2);
-         return [&world] {
-             KyList<KyGraphArc*> lost;
-             world.m_graph->CheckNode(0, &lost);
-         };
-     },
-     false},
+         return [&world] { CheckFirstNode(*world.m_graph); };
+     }},
 };
 
 class EveryFault : public testing::TestWithParam<std::tuple<Operation, FaultKind>> {};
@@ -354,6 +362,7 @@ TEST_P(EveryFault, ComesOutLeaksNothingAndLeavesAGraphThatCanBeDestroyed) {
         {
             World world;
             const std::function<void()> run = operation.m_prepare(world);
+            const std::string before = world.Fault();  // a changed key may be out of order
             bool bCaught = false;
             {
                 const FaultAt fault(kind, k);
@@ -368,7 +377,7 @@ TEST_P(EveryFault, ComesOutLeaksNothingAndLeavesAGraphThatCanBeDestroyed) {
             }
 
             EXPECT_EQ(bCaught, bHappened);
-            ASSERT_EQ(world.Fault(), "");
+            ASSERT_EQ(world.Fault(), bHappened ? before : "");
             if (bHappened && operation.m_bCanBeTriedAgain) run();
             if (!bHappened || operation.m_bCanBeTriedAgain) {
                 EXPECT_EQ(world.Words(), undisturbed);
