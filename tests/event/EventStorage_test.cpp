@@ -7,7 +7,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "Heap.h"
+#include "AllocationLog.h"
 #include "Inside.h"
 #include "Recorder.h"
 
@@ -35,7 +35,7 @@ long FailEachAllocationOf(Operation operation, AfterFailure afterFailure) {
         std::size_t nLeaked = 0;
         bool bFailed = false;
         {
-            const HeapWatch watch;
+            const AllocationLog watch;
             const FailingAllocation failing(nAllocation);
             try {
                 operation();
@@ -54,7 +54,7 @@ long FailEachAllocationOf(Operation operation, AfterFailure afterFailure) {
 TEST_F(KyEventStorage, AQueuedEventIsARecordItsNameAndANode) {
     std::size_t nLive = 0;
     {
-        const HeapWatch watch;
+        const AllocationLog watch;
         KyPostEvent(szName, nullptr, 0);
         nLive = watch.LiveBytes();
     }
@@ -66,7 +66,7 @@ TEST_F(KyEventStorage, AQueuedEventIsARecordItsNameAndANode) {
 TEST_F(KyEventStorage, ANameOfUpTo23CharactersIsSentWithoutAllocating) {
     long nShort = 0, nLong = 0;
     {
-        const HeapWatch watch;
+        const AllocationLog watch;
         KySendEvent(L"", nullptr, 0);
         KySendEvent(nullptr, nullptr, 0);
         KySendEvent(L"twenty-three characters", nullptr, 0);
@@ -82,7 +82,7 @@ TEST_F(KyEventStorage, ANameOfUpTo23CharactersIsSentWithoutAllocating) {
 TEST_F(KyEventStorage, ADeliveredEventLeavesNothing) {
     std::size_t nPosted = 0, nSent = 0;
     {
-        const HeapWatch watch;
+        const AllocationLog watch;
         KyPostEvent(szName, nullptr, 0);
         KyProcessPostEvents();
         nPosted = watch.LiveBytes();
@@ -152,7 +152,7 @@ TEST_F(KyEventStorage, UnregisteringAndDrainingAnEmptyQueueAllocateNothing) {
     KyRegisterReactor(&reactor);
     long nAllocations = 0;
     {
-        const HeapWatch watch;
+        const AllocationLog watch;
         KyProcessPostEvents();
         KyUnRegisterReactor(&reactor);
         nAllocations = watch.Allocations();
@@ -171,7 +171,7 @@ TEST_F(KyEventStorage, AThrowingHandlerLeaksNoEventSentOrPosted) {
     std::size_t nSent = 0, nPosted = 0;
     int nCaught = 0;
     {
-        const HeapWatch watch;
+        const AllocationLog watch;
         try {
             KySendEvent(szName, nullptr, 0);
         } catch (int) {

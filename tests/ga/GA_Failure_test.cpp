@@ -6,9 +6,11 @@
 #include <algorithm>
 #include <functional>
 #include <new>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "AllocationLog.h"
 #include "GA_TestKit.h"
 
 namespace {
@@ -29,7 +31,7 @@ protected:
     void SetUp() override { Journal::Clear(); }
     void TearDown() override {
         Journal::FailAt(0);
-        FailingAllocation::At(0);
+        FailAllocationAt(0);
         EXPECT_EQ(NamedGene::s_nAlive, 0);
         EXPECT_EQ(NamedIndividual::s_nAlive, 0);
     }
@@ -53,12 +55,22 @@ protected:
         }
     }
 
+    /// The nth allocation from now on throws std::bad_alloc, none with 0.
+    static void FailAllocationAt(long n) {
+        s_failing.reset();
+        if (n != 0) {
+            s_failing.emplace(n - 1);
+        }
+    }
+
     /// How many hooks an undisturbed run calls.
     static long HooksOf(const std::function<void()>& work) {
         Journal::Clear();
         work();
         return static_cast<long>(Journal::Lines().size()) - ScriptedRand::Drawn();
     }
+
+    inline static std::optional<FailingAllocation> s_failing;
 
     static void BreedAPair() {
         const TracedIndividual a("A", 3);
@@ -85,7 +97,7 @@ TEST_F(Failure, OfAnyHookOfACrossoverLeaksNothing) {
 }
 
 TEST_F(Failure, OfAnyAllocationOfACrossoverLeaksNothing) {
-    EXPECT_GT(FailEverywhere<std::bad_alloc>(FailingAllocation::At, BreedAPair), 14);
+    EXPECT_GT(FailEverywhere<std::bad_alloc>(FailAllocationAt, BreedAPair), 14);
 }
 
 TEST_F(Failure, OfAnyHookOfAGenerationLeaksNothing) {
@@ -94,7 +106,7 @@ TEST_F(Failure, OfAnyHookOfAGenerationLeaksNothing) {
 }
 
 TEST_F(Failure, OfAnyAllocationOfAGenerationLeaksNothing) {
-    EXPECT_GT(FailEverywhere<std::bad_alloc>(FailingAllocation::At, EvolveTwoGenerations), 100);
+    EXPECT_GT(FailEverywhere<std::bad_alloc>(FailAllocationAt, EvolveTwoGenerations), 100);
 }
 
 TEST_F(Failure, OfAComparisonInAppendDeletesTheNewcomer) {
@@ -112,7 +124,7 @@ TEST_F(Failure, OfAComparisonInAppendDeletesTheNewcomer) {
 TEST_F(Failure, OfTheAllocationInAppendDeletesTheNewcomer) {
     NamedPopulation population;
     auto* const pNewcomer = new NamedIndividual("b", 2);
-    FailingAllocation::At(1);
+    FailAllocationAt(1);
 
     EXPECT_THROW(population.Append(pNewcomer), std::bad_alloc);
 

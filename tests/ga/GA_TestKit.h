@@ -1,6 +1,5 @@
-// What the tests of the genetic algorithm share: rand() and the allocator in their hands, and genes,
-// individuals and populations that write down the hooks that the library calls, in order, and throw where a
-// test wants it.
+// What the tests of the genetic algorithm share: rand() in their hands, and genes, individuals and
+// populations that write down the hooks that the library calls, in order, and throw where a test wants it.
 #pragma once
 
 #include <string>
@@ -17,13 +16,6 @@ public:
 
     /// How many numbers were drawn since Set.
     static long Drawn();
-};
-
-/// Makes one allocation of single objects fail.
-class FailingAllocation {
-public:
-    /// The nth allocation from now on throws std::bad_alloc, none with 0.
-    static void At(long n);
 };
 
 struct HookFailure {};

@@ -10,10 +10,10 @@
 #include <string>
 #include <vector>
 
+#include "AllocationLog.h"
 #include "StreamKit.h"
 #include "VexaBase/stream/KyDynArrayStream.h"
 #include "VexaBase/stream/KyDynArrayStreamEx.h"
-#include "tests/containers/AllocationLog.h"
 
 namespace {
 

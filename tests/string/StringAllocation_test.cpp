@@ -10,11 +10,11 @@
 #include <utility>
 #include <vector>
 
+#include "AllocationLog.h"
 #include "StringKit.h"
 #include "VexaBase/containers/KyQuene.h"
 #include "VexaBase/string/CompareLabel.h"
 #include "VexaBase/string/KyString.h"
-#include "tests/containers/AllocationLog.h"
 
 namespace {
 

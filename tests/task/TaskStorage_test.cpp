@@ -7,13 +7,21 @@
 #include <new>
 #include <vector>
 
-#include "Deallocations.h"
+#include "AllocationLog.h"
 #include "VexaBase/task/KyParallelTask.h"
 
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
+
+/// What `code` gives back.
+template <class Code>
+Deallocations GivenBackBy(Code code) {
+    const AllocationLog log;
+    code();
+    return log.GivenBack();
+}
 
 class Plain final : public KyParallelTask {
 public:
@@ -164,7 +172,7 @@ TEST(KyParallelTasksStorage, AFailedAddTaskLeavesTheListAsItWasAndTheTaskTheCall
     const auto second = std::make_unique<Plain>();
 
     {
-        const FailingAllocation failing;
+        const FailingAllocation failing(0);
         EXPECT_THROW(tasks.AddTask(second.get()), std::bad_alloc);
     }
 

@@ -1,0 +1,3 @@
+#include "EveryOperation.h"
+
+TEST_P(EveryOperation, ThrowsLeaksNothingKeepsItsPromiseAndCanBeTriedAgain) { GetParam().m_run(); }
