@@ -123,7 +123,12 @@ public:
         this->MoveTo(from);
         T* const p = this->GetCurData();
         this->SetCurData(nullptr);
-        this->Insert(to, p);
+        try {
+            this->Insert(to, p);
+        } catch (...) {
+            this->m_pData[from] = p;
+            throw;
+        }
         if (from > to) {
             this->MoveTo(from + 1);
             this->DelCur();

@@ -648,6 +648,20 @@ TEST(KyDynPArray, ARefusedGrowthLeavesTheObjectWithTheCallerAndTheOthersWithTheA
     EXPECT_THAT(watch.Destroyed(), ElementsAre(1, 2));
 }
 
+TEST(KyDynPArray, AMoveWhoseGrowthIsRefusedKeepsTheObject) {
+    const OwnedWatch watch;
+    {
+        OwningArray array(3, 0);
+        Adopt(array, {1, 2, 3});
+        const FailingAllocation failing(0);
+
+        EXPECT_THROW(array.Move(0, 3), std::bad_alloc);
+
+        EXPECT_THAT(Ids(array), ElementsAre(1, 2, 3));
+    }
+    EXPECT_EQ(watch.Live(), 0);
+}
+
 TEST(KyDynPArray, AGrowthBeyondWhatBytesCanCountThrowsAndDeletesNothing) {
     const OwnedWatch watch;
     OwningArray array(2, 5);

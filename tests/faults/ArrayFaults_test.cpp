@@ -176,6 +176,8 @@ const Operation<Objects> g_objects[] = {
      },
      [](Objects& o) { o.m_array.Sort(Object::ComparePointers); }, Same},
     {"Move", Roomy, [](Objects& o) { o.m_nResult = o.m_array.Move(0, 4); }, CannotFail},
+    {"MoveForwardPastTheBlock", Full, [](Objects& o) { o.m_nResult = o.m_array.Move(0, 4); }, Kept.OrLost()},
+    {"MoveBackwardPastTheBlock", Full, [](Objects& o) { o.m_nResult = o.m_array.Move(3, 0); }, Kept.OrLost()},
     {"ReleaseCur", Full, [](Objects& o) { o.m_array.ReleaseCur(); }, CannotFail},
     {"ReleaseAll", Full, [](Objects& o) { o.m_array.ReleaseAll(); }, CannotFail},
     {"TakeOffCur", Full, [](Objects& o) { delete o.m_array.TakeOffCur(); }, CannotFail},
