@@ -104,19 +104,17 @@ public:
     /// Starts with n default elements and the cursor on none. O(n).
     explicit KyList(long n = 0) : KyList(AroundSentinel{}, new Node{T(), nullptr}) { AppendDefaults(n); }
 
-    /// Lengthens the list to n elements by appending T(); a list never shrinks here. The cursor stays. O(n -
-    /// length).
+    /// Lengthens the list to n elements by appending T(); a list never shrinks here. The cursor stays. The
+    /// elements appended by the time an exception comes out stay too. O(n - length).
     void ReAllocate(long n) override {
         if (n <= this->m_nLength) {
             return;
         }
-        Node* const pCurNode = m_pCurNode;
-        const long nCurIndex = this->m_nCurIndex;
+        const CursorScope scope(*this);
         while (this->m_nLength < n) {
             this->MoveToLast();
             this->Append(T());
         }
-        SetCursor(pCurNode, nCurIndex);
     }
 
     ~KyList() override {
@@ -241,10 +239,20 @@ public:
     }
 
     /// Inserts x in front of the current element, behind the last one with the cursor on none. The cursor
-    /// ends on x. O(index) in a singly linked list.
+    /// ends on x; it stays where it was when the insertion throws. O(index) in a singly linked list.
     void InsertCur(const T& x) override {
+        Node* const pCurNode = m_pCurNode;
+        const long nCurIndex = this->m_nCurIndex;
+        const long nLength = this->m_nLength;
         this->MoveToPre();
-        this->InsertAfterCur(x);
+        try {
+            this->InsertAfterCur(x);
+        } catch (...) {
+            if (this->m_nLength == nLength) {
+                SetCursor(pCurNode, nCurIndex);
+            }
+            throw;
+        }
     }
 
     /// Inserts x at position i; at the head when i is outside 0 .. length, deliberately no error. The cursor
@@ -390,6 +398,21 @@ protected:
 
     /// Whether i is the position of an element.
     bool IsPosition(long i) const { return i >= 0 && i < this->m_nLength; }
+
+    /// Puts the cursor back where it was, at the end of a scope.
+    class CursorScope {
+    public:
+        explicit CursorScope(KyList& list)
+            : m_list(list), m_pCurNode(list.m_pCurNode), m_nCurIndex(list.m_nCurIndex) {}
+        CursorScope(const CursorScope&) = delete;
+        CursorScope& operator=(const CursorScope&) = delete;
+        ~CursorScope() { m_list.SetCursor(m_pCurNode, m_nCurIndex); }
+
+    private:
+        KyList& m_list;
+        Node* m_pCurNode;
+        long m_nCurIndex;
+    };
 
     /// Puts the cursor on a node, of which the position is given.
     void SetCursor(Node* pNode, long nIndex) {

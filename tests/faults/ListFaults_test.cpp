@@ -88,9 +88,9 @@ void Sorted(State& s) {
 template <class State>
 const Operation<State> g_values[] = {
     {"Make", FourAndThree<State>, [](State& s) { s.m_nResult = decltype(s.m_list)(3).m_nLength; }, Same},
-    {"ReAllocate", FourAndThree<State>, [](State& s) { s.m_list.ReAllocate(7); }, Changed.OrLost()},
+    {"ReAllocate", FourAndThree<State>, [](State& s) { s.m_list.ReAllocate(7); }, Sound.OrLost()},
     {"ReAllocateShorter", FourAndThree<State>, [](State& s) { s.m_list.ReAllocate(2); }, CannotFail},
-    {"SetLengthToLonger", FourAndThree<State>, [](State& s) { s.m_list.SetLength(7, true); }, Changed.OrLost()},
+    {"SetLengthToLonger", FourAndThree<State>, [](State& s) { s.m_list.SetLength(7, true); }, Sound.OrLost()},
     {"SetLengthToShorter", FourAndThree<State>, [](State& s) { s.m_list.SetLength(2, true); }, CannotFail},
     {"Reset", FourAndThree<State>, [](State& s) { s.m_list.Reset(); }, CannotFail},
     {"GetCurData", FourAndThree<State>, [](State& s) { s.m_nResult = s.m_list.GetCurData().m_n; },
@@ -114,19 +114,19 @@ const Operation<State> g_values[] = {
                        s.m_list.GetLength() + s.m_list.GetCurIndex();
      },
      CannotFail},
-    {"InsertCur", FourAndThree<State>, [](State& s) { s.m_list.InsertCur(s.m_x); }, Changed.OrLost()},
+    {"InsertCur", FourAndThree<State>, [](State& s) { s.m_list.InsertCur(s.m_x); }, Same.OrLost()},
     {"InsertCurWithoutACurrentElement",
      [](State& s) {
          FourAndThree(s);
          s.m_list.MoveTo(-1);
      },
-     [](State& s) { s.m_list.InsertCur(s.m_x); }, Changed.OrLost()},
+     [](State& s) { s.m_list.InsertCur(s.m_x); }, Same.OrLost()},
     {"InsertCurInFrontOfTheFirst",
      [](State& s) {
          FourAndThree(s);
          s.m_list.MoveToFirst();
      },
-     [](State& s) { s.m_list.InsertCur(s.m_x); }, Changed.OrLost()},
+     [](State& s) { s.m_list.InsertCur(s.m_x); }, Same.OrLost()},
     {"Insert", FourAndThree<State>, [](State& s) { s.m_list.Insert(1, s.m_x); }, Kept.OrLost()},
     {"InsertHead", FourAndThree<State>, [](State& s) { s.m_list.InsertHead(s.m_x); }, Kept.OrLost()},
     {"Append", FourAndThree<State>, [](State& s) { s.m_nResult = s.m_list.Append(s.m_x); }, Kept.OrLost()},
@@ -207,12 +207,12 @@ void Ascending(State& s) {
 template <class State>
 const Operation<State> g_objects[] = {
     {"Make", Four<State>, [](State& s) { s.m_nResult = decltype(s.m_list)(3).m_nLength; }, Same},
-    {"ReAllocate", Four<State>, [](State& s) { s.m_list.ReAllocate(7); }, Changed.OrLost()},
-    {"SetLengthToLonger", Four<State>, [](State& s) { s.m_list.SetLength(7, true); }, Changed.OrLost()},
+    {"ReAllocate", Four<State>, [](State& s) { s.m_list.ReAllocate(7); }, Sound.OrLost()},
+    {"SetLengthToLonger", Four<State>, [](State& s) { s.m_list.SetLength(7, true); }, Sound.OrLost()},
     {"SetLengthToShorter", Four<State>, [](State& s) { s.m_list.SetLength(2, true); }, CannotFail},
     {"Reset", SixWithNulls<State>, [](State& s) { s.m_list.Reset(); }, CannotFail},
     {"IndexPastTheEnd", Four<State>, [](State& s) { s.m_nResult = s.m_list[6] == nullptr; }, Sound.OrLost()},
-    {"InsertCur", Four<State>, [](State& s) { s.m_list.InsertCur(s.m_pLoose); }, Changed.OrLost()},
+    {"InsertCur", Four<State>, [](State& s) { s.m_list.InsertCur(s.m_pLoose); }, Same.OrLost()},
     {"Insert", Four<State>, [](State& s) { s.m_list.Insert(1, s.m_pLoose); }, Kept.OrLost()},
     {"InsertHead", Four<State>, [](State& s) { s.m_list.InsertHead(s.m_pLoose); }, Kept.OrLost()},
     {"Append", Four<State>, [](State& s) { s.m_nResult = s.m_list.Append(s.m_pLoose); }, Kept.OrLost()},
