@@ -45,20 +45,26 @@ public:
     /// Stable insertion sort by the objects' operator> (ascending) or operator< (descending). Null elements
     /// end up behind every object, either way; the cursor then ends on the last of them, otherwise on none. A
     /// list shorter than 2 is left alone, cursor included. Objects of a type without these operators keep
-    /// their order. No object is deleted.
+    /// their order. No object is deleted. When a comparison throws or a node cannot be had, the objects are
+    /// in some order and the nulls behind them, as far as there is memory for those.
     void Sort(bool bAscending) override {
         if (this->m_nLength < 2) {
             return;
         }
-        const long nNulls = RemoveNulls();
+        long nNulls = RemoveNulls();
         using Order = KyElementOrder<T>;
-        if (bAscending) {
-            SortObjects([](T& e, T& x) { return Order::IsGreater(e, x); });
-        } else {
-            SortObjects([](T& e, T& x) { return Order::IsLess(e, x); });
-        }
-        for (long i = 0; i < nNulls; ++i) {
-            this->Append(nullptr);
+        try {
+            if (bAscending) {
+                SortObjects([](T& e, T& x) { return Order::IsGreater(e, x); });
+            } else {
+                SortObjects([](T& e, T& x) { return Order::IsLess(e, x); });
+            }
+            for (; nNulls > 0; --nNulls) {
+                this->Append(nullptr);
+            }
+        } catch (...) {
+            TryToAppendNulls(nNulls);
+            throw;
         }
     }
 
@@ -137,6 +143,17 @@ private:
             this->MoveToNext();
         }
         return nRemoved;
+    }
+
+    /// Appends n nulls, or as many as there is memory for.
+    void TryToAppendNulls(long n) noexcept {
+        try {
+            for (; n > 0; --n) {
+                this->Append(nullptr);
+            }
+        } catch (...) {
+            return;
+        }
     }
 
     /// The list's sort by a rule about objects. The moved object belongs to its new element before its old
