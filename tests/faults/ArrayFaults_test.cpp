@@ -119,6 +119,39 @@ const Operation<Values> g_values[] = {
 };
 RUN_UNDER_FAULTS(KyDynArray, g_values);
 
+// Elements that are moved in blocks and sorted without being asked one by one
+
+class Longs : public ArraySubject<KyDynArray<long>> {
+public:
+    static int Compare(const long& a, const long& b) {
+        FaultAt::Pass(FaultKind::Comparison);
+        return a < b ? -1 : a > b ? 1 : 0;
+    }
+};
+
+/// In no order; the block is full. The cursor stands on the second.
+template <long nElements>
+void Numbers(Longs& l) {
+    l.m_array.SetLength(nElements, false);
+    for (long i = 0; i < nElements; ++i) {
+        l.m_array.m_pData[i] = i * 7 % nElements;
+    }
+    l.m_array.MoveTo(1);
+}
+
+const Operation<Longs> g_longs[] = {
+    {"ReAllocate", Numbers<10>, [](Longs& l) { l.m_array.ReAllocate(11), l.m_array.ReAllocate(10); },
+     Same.OrLost()},
+    {"Append", Numbers<10>, [](Longs& l) { l.m_nResult = l.m_array.Append(5); }, Kept.OrLost()},
+    {"InsertCur", Numbers<10>, [](Longs& l) { l.m_array.InsertCur(5); }, Same.OrLost()},
+    {"Move", Numbers<10>, [](Longs& l) { l.m_nResult = l.m_array.Move(2, 0); }, Kept.OrLost()},
+    {"DelCur", Numbers<10>, [](Longs& l) { l.m_array.DelCur(); }, CannotFail},
+    {"SortAscending", Numbers<10>, [](Longs& l) { l.m_array.Sort(true); }, Same},
+    {"SortMany", Numbers<1000>, [](Longs& l) { l.m_array.Sort(false); }, Same},
+    {"SortByAFunction", Numbers<10>, [](Longs& l) { l.m_array.Sort(Longs::Compare); }, Same},
+};
+RUN_UNDER_FAULTS(KyDynArrayOfLongs, g_longs);
+
 // KyDynPArray
 
 class Objects : public ArraySubject<KyDynPArray<Object>> {
@@ -181,6 +214,18 @@ const Operation<Objects> g_objects[] = {
     {"ReleaseCur", Full, [](Objects& o) { o.m_array.ReleaseCur(); }, CannotFail},
     {"ReleaseAll", Full, [](Objects& o) { o.m_array.ReleaseAll(); }, CannotFail},
     {"TakeOffCur", Full, [](Objects& o) { delete o.m_array.TakeOffCur(); }, CannotFail},
+    {"MoveTheCursorAndWalkByAddress", Full,
+     [](Objects& o) {
+         o.m_array.MoveToFirst();
+         o.m_array.MoveToNext();
+         o.m_array.MoveToLast();
+         o.m_array.MoveToPre();
+         o.m_array.MoveTo(1);
+         o.m_array.SetCurData(o.m_array.GetCurData());
+         o.m_nResult = (*o.m_array.GetNext(o.m_array.GetFirst()))->m_n +
+                       (*o.m_array.GetPre(o.m_array.GetLast()))->m_n + (*o.m_array.GetAt(3))->m_n;
+     },
+     CannotFail},
 };
 RUN_UNDER_FAULTS(KyDynPArray, g_objects);
 

@@ -152,6 +152,13 @@ void ThreePosted(Channel&) {
 const Operation<Channel> g_channel[] = {
     {"MakeAnEvent", Registered, [](Channel& c) { c.m_nResult = KyEvent(szLongName, nullptr, 3).m_nMask; },
      Same},
+    {"CompareEvents", Registered,
+     [](Channel& c) {
+         const KyEvent a(L"a", nullptr, 0);
+         const KyEvent b(L"b", nullptr, 0);
+         c.m_nResult = (a < b) + (a > b);
+     },
+     Same},
     {"Register", ThreePosted, [](Channel& c) { KyRegisterReactor(&c.m_c); }, Same},
     {"UnRegister", ThreePosted, [](Channel& c) { KyUnRegisterReactor(&c.m_a); }, CannotFail},
     {"RegisterForAScope", ThreePosted, [](Channel& c) { const KyScopedReactor scope(c.m_c); }, Same},

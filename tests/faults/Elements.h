@@ -29,6 +29,8 @@ public:
 
 inline std::string Word(const Value& value) { return std::to_string(value.m_n) + " "; }
 
+inline std::string Word(long n) { return std::to_string(n) + " "; }
+
 /// An object for the owning containers: comparing it is a fault point.
 class Object : Counted {
 public:

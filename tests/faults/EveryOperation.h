@@ -1,19 +1,19 @@
-// The fault harness. A table lists operations, a line each: its name, what makes the object's state, the operation,
-// and what a fault leaves:
+// The fault harness. A table lists operations, a line each: a name, what makes the object's state, the
+// operation, and what a fault leaves:
 //
 //     {"Append", FourElements, [](List& s) { s.m_list.Append(s.m_x); }, Kept},
 //
-// The one test of EveryOperation_test.cpp runs each line with the first, the second, ... passage of every kind of
-// fault point failing, until the operation meets no more of them. Each time the exception must come out, nothing may
-// leak, the object must be in the promised state and consistent, and the operation must succeed when it is tried
-// again.
+// The one test of EveryOperation_test.cpp runs each line with the first, the second, ... passage of every kind
+// of fault point failing, alone or with all that follow, until the operation meets no more of them. Each time
+// the exception must come out, nothing may leak, the object must be in the promised state and consistent, and
+// the operation must succeed when it is tried again.
 //
 // A state is a class derived from Subject that says, in words,
 //   Words()     everything that a caller can observe
 //   Contents()  the same without cursors and spare room
 //   Fault()     the first invariant that does not hold, empty when all do
-// and owns all that it names. Making these texts is not part of the operation, so an operation hands a result over as
-// a number.
+// and owns all that it names. Making these texts is no part of the operation, so an operation hands its result
+// over as a number.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -40,6 +40,7 @@ struct Promise {
     Left m_left = Left::Same;
     Left m_leftByElements = m_left;
     Left m_leftByHooks = m_left;
+    Left m_leftWithoutMemory = m_left;
     bool m_bMayBeLost = false;
     bool m_bHasFaultPoints = true;
 
@@ -64,10 +65,25 @@ struct Promise {
         return promise;
     }
 
-    constexpr Left LeftBy(FaultKind kind) const {
-        return kind == FaultKind::Element ? m_leftByElements
-               : kind == FaultKind::Hook  ? m_leftByHooks
-                                          : m_left;
+    /// The same, but this where there is no more memory at all.
+    constexpr Promise ButWithoutMemory(Left left) const {
+        Promise promise = *this;
+        promise.m_leftWithoutMemory = left;
+        return promise;
+    }
+
+    constexpr Left LeftBy(FaultKind kind, Faults faults) const {
+        switch (kind) {
+            case FaultKind::Allocation:
+                return faults == Faults::Once ? m_left : m_leftWithoutMemory;
+            case FaultKind::Element:
+                return m_leftByElements;
+            case FaultKind::Hook:
+                return m_leftByHooks;
+            case FaultKind::Comparison:
+                break;
+        }
+        return m_left;
     }
 };
 
@@ -75,7 +91,8 @@ constexpr Promise Same{Left::Same};
 constexpr Promise Kept{Left::Kept};
 constexpr Promise Sound{Left::Sound};
 constexpr Promise Changed{Left::Changed};
-constexpr Promise CannotFail{Left::Same, Left::Same, Left::Same, false, false};  // meets no fault point
+constexpr Promise CannotFail{Left::Same, Left::Same, Left::Same,
+                             Left::Same, false,      false};  // meets no fault point
 
 /// What states have in common.
 class Subject {
@@ -125,10 +142,12 @@ public:
         }
         long nFaults = 0;
         for (const FaultKind kind : g_faultKinds) {
-            for (long k = 1; HappensAt(kind, k); ++k) {
-                ++nFaults;
-                if (testing::Test::HasFailure()) {
-                    return;
+            for (const Faults faults : {Faults::Once, Faults::FromThenOn}) {
+                for (long k = 1; HappensAt(kind, k, faults); ++k) {
+                    ++nFaults;
+                    if (testing::Test::HasFailure()) {
+                        return;
+                    }
                 }
             }
         }
@@ -137,15 +156,16 @@ public:
 
 private:
     /// Runs the operation with one fault ordered; false when it does not come to that.
-    bool HappensAt(FaultKind kind, long k) {
-        SCOPED_TRACE("kind " + std::to_string(static_cast<int>(kind)) + ", passage " + std::to_string(k));
+    bool HappensAt(FaultKind kind, long k, Faults faults) {
+        SCOPED_TRACE("kind " + std::to_string(static_cast<int>(kind)) + ", passage " + std::to_string(k) +
+                     (faults == Faults::Once ? " alone" : " and all that follow"));
         const long nBlocks = LiveBlocks();
         const long nObjects = Counted::s_nLive;
         bool bHappened = false;
         {
             State state;
             m_operation.m_pfnMake(state);
-            bHappened = Try(state, kind, k);
+            bHappened = Try(state, kind, k, faults);
         }
         if (!testing::Test::HasFailure()) {  // which would have been written down
             EXPECT_EQ(LiveBlocks(), nBlocks);
@@ -154,14 +174,14 @@ private:
         return bHappened;
     }
 
-    bool Try(State& state, FaultKind kind, long k) {
+    bool Try(State& state, FaultKind kind, long k, Faults faults) {
         const std::string strWords = state.Words();
         const std::string strContents = state.Contents();
         const std::string strFault = state.Fault();  // a changed key may be out of order
         bool bHappened = false;
         bool bCaught = false;
         {
-            const FaultAt fault(kind, k);
+            const FaultAt fault(kind, k, faults);
             try {
                 m_operation.m_pfnOperate(state);
             } catch (const std::bad_alloc&) {
@@ -178,7 +198,7 @@ private:
             EXPECT_EQ(state.Words(), m_strOrdinary);
             return bHappened;
         }
-        const Left left = m_operation.m_promise.LeftBy(kind);
+        const Left left = m_operation.m_promise.LeftBy(kind, faults);
         if (left == Left::Same || left == Left::Kept) {
             EXPECT_EQ(state.Contents(), strContents);
         }

@@ -92,6 +92,7 @@ public:
     std::string Fault() const {
         const testing::AssertionResult sound = IsSound<GA_Individual*>(m_population);
         if (!sound) return sound.message();
+        if (m_population.m_nGeneration != m_nEvolved) return "a generation that failed is counted";
         const auto isLess = [](const GA_Individual* a, const GA_Individual* b) {
             return static_cast<const Numbers*>(a)->m_nSum < static_cast<const Numbers*>(b)->m_nSum;
         };
@@ -102,6 +103,7 @@ public:
     HookedPopulation m_population{3, 70};
     Numbers* m_pLoose = new Numbers(2, 3);  // the population's, once it is in there
     bool m_bIsSorted = true;
+    long m_nEvolved = 0;
 };
 
 void Empty(Evolution&) {}
@@ -155,10 +157,11 @@ const Operation<Evolution> g_evolution[] = {
      [](Evolution& e) {
          std::srand(1);
          e.m_population.Evolve();
+         ++e.m_nEvolved;
      },
      Changed},
     {"EvolveNothing", [](Evolution& e) { e.m_population.m_nPopSize = 0; },
-     [](Evolution& e) { e.m_population.Evolve(); }, CannotFail},
+     [](Evolution& e) { e.m_population.Evolve(), ++e.m_nEvolved; }, CannotFail},
 };
 RUN_UNDER_FAULTS(GA_Population, g_evolution);
 

@@ -59,6 +59,10 @@ public:
         }
         for (const KyGraphArc* pArc : m_graph->m_lstArc) {
             if (!IsLive(pArc)) return "an arc of the graph is gone";
+            for (const KyGraphNode* pNode : {pArc->m_pStart, pArc->m_pEnd}) {
+                if (pNode != nullptr && !Lists(*pNode, pArc) && !m_bMayBeUnlisted)
+                    return "an arc is unlisted";
+            }
         }
         for (const KyGraphNode* pNode : NumberedNode::s_live) {
             if (!IsResident(pNode) && !Has(m_looseNodes, pNode)) return "a node belongs to nobody";
@@ -67,10 +71,6 @@ public:
                 if (pArc->m_pStart != pNode && pArc->m_pEnd != pNode)
                     return "a node lists an arc that does not touch it";
             }
-            const std::vector<long> numbers = NumbersOf(pNode->m_lstArc);
-            if (std::adjacent_find(numbers.begin(), numbers.end(), std::greater_equal<>()) != numbers.end()) {
-                return "the arcs around a node are out of order";
-            }
         }
         for (const KyGraphArc* pArc : NumberedArc::s_live) {
             if (!IsResident(pArc) && !Has(m_looseArcs, pArc)) return "an arc belongs to nobody";
@@ -78,13 +78,18 @@ public:
                 if (pNode != nullptr && !IsLive(pNode)) return "an arc points at a node that is gone";
             }
         }
-        return "";
+        return FaultOfOrder();
     }
 
     std::string Words() const {
         std::string words;
         for (const std::string& line : NodesOf(*m_graph)) words += line + "; ";
         for (const std::string& line : ArcsOf(*m_graph)) words += line + "; ";
+        for (const NumberedArc* pArc : m_looseArcs) {
+            if (!IsLive(pArc) || IsResident(pArc)) continue;
+            words += "loose " + std::to_string(pArc->m_nNumber) + ": " + EndOf(pArc->m_pStart) + "-" +
+                     EndOf(pArc->m_pEnd) + "; ";
+        }
         for (const NumberedNode* pNode : m_looseNodes) {
             if (!IsLive(pNode) || IsResident(pNode)) continue;
             words += "loose " + std::to_string(pNode->m_nNumber) + ":";
@@ -104,7 +109,8 @@ public:
     NumberedNode* m_pNode = nullptr;  // what the operation is about
     NumberedNode* m_pOther = nullptr;
     NumberedArc* m_pArc = nullptr;
-    std::string m_strUnmerged;  // the words as long as the graph has three nodes, where that is promised
+    bool m_bMayBeUnlisted = false;  // an arc of the graph at a node of its own
+    std::string m_strUnmerged;      // the words as long as the graph has three nodes, where that is promised
     std::vector<NumberedNode*> m_looseNodes;
     std::vector<NumberedArc*> m_looseArcs;
 
@@ -114,6 +120,30 @@ private:
         [](const NumberedNode&, const NumberedNode&) { FaultAt::Pass(FaultKind::Comparison); }};
     OnCompare<NumberedArc> m_onArc{
         [](const NumberedArc&, const NumberedArc&) { FaultAt::Pass(FaultKind::Comparison); }};
+
+    template <class List>
+    static bool IsAscending(const List& elements) {
+        const std::vector<long> numbers = NumbersOf(elements);
+        return std::adjacent_find(numbers.begin(), numbers.end(), std::greater_equal<>()) == numbers.end();
+    }
+
+    static bool Lists(const KyGraphNode& node, const KyGraphArc* pArc) {
+        return std::find(node.m_lstArc.begin(), node.m_lstArc.end(), pArc) != node.m_lstArc.end();
+    }
+
+    /// Faults that an element has while its key is a new one: the others go before.
+    std::string FaultOfOrder() const {
+        if (!IsAscending(m_graph->m_lstNode)) return "the nodes are out of order";
+        if (!IsAscending(m_graph->m_lstArc)) return "the arcs are out of order";
+        for (const KyGraphNode* pNode : NumberedNode::s_live) {
+            if (!IsAscending(pNode->m_lstArc)) return "the arcs around a node are out of order";
+        }
+        return "";
+    }
+
+    static std::string EndOf(const KyGraphNode* pNode) {
+        return pNode == nullptr ? "none" : std::to_string(NumberOf(pNode));
+    }
 
     template <class Element, class Base>
     static bool Has(const std::vector<Element*>& elements, const Base* p) {
@@ -273,7 +303,8 @@ const Operation<World> g_graph[] = {
     {"AppendArc", [](World& w) { w.m_pArc = w.LooseArc(10, w.m_pNode = w.LooseNode(1), nullptr); },
      [](World& w) { w.m_nResult = w.m_pNode->AppendArc(w.m_pArc); }, Same},
     {"AppendArcAmongOthers", LooseStar, [](World& w) { w.m_nResult = w.m_pNode->AppendArc(w.m_pArc); }, Same},
-    {"RemoveArc", Triangle, [](World& w) { w.m_nResult = NodeAt(w, 0)->RemoveArc(ArcAt(w, 0)); }, CannotFail},
+    {"RemoveArc", [](World& w) { Triangle(w), w.m_bMayBeUnlisted = true; },
+     [](World& w) { w.m_nResult = NodeAt(w, 0)->RemoveArc(ArcAt(w, 0)); }, CannotFail},
     {"FindNextArcAndFindPreArc", Triangle,
      [](World& w) {
          KyGraphArc* const pArc = ArcAt(w, 0);
@@ -349,6 +380,15 @@ const Operation<World> g_graph[] = {
      [](World& w) {
          WithTheFirstNodeNow<2>(w);
          w.m_strUnmerged = w.Words();
+         w.m_bMayBeUnlisted = true;
+     },
+     CheckFirstNode, Sound},
+    {"CheckNodeOntoAnotherThatTakesOverTheArcsBetween",
+     [](World& w) {
+         WithTheFirstNodeNow<2>(w);
+         w.LooseArc(5, NodeAt(w, 0), nullptr)->Connect();
+         w.m_strUnmerged = w.Words();
+         w.m_bMayBeUnlisted = true;
      },
      CheckFirstNode, Sound},
 };

@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <iterator>
 #include <type_traits>
+#include <utility>
 
 #include "Elements.h"
 #include "VexaBase/containers/KyDList.h"
@@ -29,7 +30,7 @@ public:
                "at " + std::to_string(m_other.m_nCurIndex) + " gives " + std::to_string(m_nResult);
     }
     std::string Contents() const { return WordsOf(m_list) + "and " + WordsOf(m_other); }
-    std::string Fault() const { return FaultIn(m_list) + FaultIn(m_other); }
+    std::string Fault() const { return FaultIn(m_list) + FaultIn(m_other) + FaultInSentinel(); }
     bool IsLost() const {
         if constexpr (bHasIndex) {
             return ::IsLost(m_list.m_arrIndex);
@@ -51,6 +52,14 @@ public:
 
     List m_list = List(bHasIndex ? 2 : 0);
     List m_other = List(bHasIndex ? 2 : 0);
+
+private:
+    std::string FaultInSentinel() const {
+        if constexpr (std::is_pointer_v<T>) {
+            if (m_list.m_pHead->m_data != nullptr) return "the sentinel holds an object";
+        }
+        return "";
+    }
 };
 
 // Lists of values
@@ -145,10 +154,26 @@ const Operation<State> g_values[] = {
     {"ReverseList", FourAndThree<State>, [](State& s) { s.m_list.ReverseList(), s.m_list.MoveToFirst(); },
      CannotFail},
     {"Rotate", FourAndThree<State>, [](State& s) { s.m_list.Rotate(3, 1); }, CannotFail},
+    {"DetachAfterCur",
+     [](State& s) {
+         FourAndThree(s);
+         s.m_list.MoveToLast();
+     },
+     [](State& s) { s.m_nResult = s.m_list.DetachAfterCur(); }, CannotFail},
 };
 RUN_UNDER_FAULTS(KyList, g_values<Singly>);
 RUN_UNDER_FAULTS(KyDList, g_values<Doubly>);
 RUN_UNDER_FAULTS(KyXList, g_values<Indexed>);
+
+/// A list that the library does not know, whose operations it has to call.
+template <class List>
+class Derived : public List {
+public:
+    using List::List;
+};
+RUN_UNDER_FAULTS(DerivedFromKyList, g_values<Values<Derived<KyList<Value>>>>);
+RUN_UNDER_FAULTS(DerivedFromKyDList, g_values<Values<Derived<KyDList<Value>>>>);
+RUN_UNDER_FAULTS(DerivedFromKyXList, g_values<Values<Derived<KyXList<Value>>>>);
 
 /// What only a list without an index does without memory.
 template <class State>
@@ -204,6 +229,7 @@ void Ascending(State& s) {
     Make(s, {10, 20, 30, 40});
 }
 
+// A sort puts nulls, which it has removed, back as far as there is memory for them.
 template <class State>
 const Operation<State> g_objects[] = {
     {"Make", Four<State>, [](State& s) { s.m_nResult = decltype(s.m_list)(3).m_nLength; }, Same},
@@ -221,8 +247,10 @@ const Operation<State> g_objects[] = {
     {"DelCur", Four<State>, [](State& s) { s.m_list.DelCur(); }, CannotFail},
     {"SortAscending", Four<State>, [](State& s) { s.m_list.Sort(true); }, Sound.OrLost()},
     {"SortDescending", Four<State>, [](State& s) { s.m_list.Sort(false); }, Sound.OrLost()},
-    {"SortAscendingWithNulls", SixWithNulls<State>, [](State& s) { s.m_list.Sort(true); }, Sound.OrLost()},
-    {"SortDescendingWithNulls", SixWithNulls<State>, [](State& s) { s.m_list.Sort(false); }, Sound.OrLost()},
+    {"SortAscendingWithNulls", SixWithNulls<State>, [](State& s) { s.m_list.Sort(true); },
+     Sound.ButWithoutMemory(Left::Changed).OrLost()},
+    {"SortDescendingWithNulls", SixWithNulls<State>, [](State& s) { s.m_list.Sort(false); },
+     Sound.ButWithoutMemory(Left::Changed).OrLost()},
     {"SortByAFunctionOfObjects", Four<State>, [](State& s) { s.m_list.Sort(Object::Compare); },
      Sound.OrLost()},
     {"SortByAFunctionOfPointersWhatIsSorted", Ascending<State>,
@@ -233,9 +261,35 @@ const Operation<State> g_objects[] = {
      CannotFail},
     {"Rotate", Four<State>, [](State& s) { s.m_list.Rotate(3, 1); }, CannotFail},
     {"ReleaseAll", SixWithNulls<State>, [](State& s) { s.m_list.ReleaseAll(); }, CannotFail},
+    {"MoveTheCursorAndWalkByAddress", Four<State>,
+     [](State& s) {
+         s.m_list.MoveToFirst();
+         s.m_list.MoveToNext();
+         s.m_list.MoveToLast();
+         s.m_list.MoveToPre();
+         s.m_list.MoveTo(1);
+         std::swap(s.m_list[1], s.m_list[2]);
+         s.m_list.SetCurData(s.m_list.GetCurData());
+         s.m_nResult = (*s.m_list.GetNext(s.m_list.GetFirst()))->m_n +
+                       (*s.m_list.GetPre(s.m_list.GetLast()))->m_n + (*s.m_list.GetAt(3))->m_n;
+     },
+     CannotFail},
 };
 RUN_UNDER_FAULTS(KyPDList, g_objects<Owner>);
 RUN_UNDER_FAULTS(KyPXList, g_objects<IndexedOwner>);
+RUN_UNDER_FAULTS(DerivedFromKyPDList, g_objects<Objects<Derived<KyPDList<Object>>>>);
+RUN_UNDER_FAULTS(DerivedFromKyPXList, g_objects<Objects<Derived<KyPXList<Object>>>>);
+
+const Operation<Owner> g_ownerSplices[] = {
+    {"Conbine", Four<Owner>, [](Owner& s) { s.m_nResult = s.m_list.Conbine(s.m_other, 0); }, CannotFail},
+};
+RUN_UNDER_FAULTS(KyPDListSplice, g_ownerSplices);
+
+const Operation<IndexedOwner> g_indexedOwnerSplices[] = {
+    {"Conbine", Four<IndexedOwner>, [](IndexedOwner& s) { s.m_nResult = s.m_list.Conbine(s.m_other, 0); },
+     Same.OrLost()},
+};
+RUN_UNDER_FAULTS(KyPXListSplice, g_indexedOwnerSplices);
 
 /// Searches for a number, with a key object of its own.
 template <long n>

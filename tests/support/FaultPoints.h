@@ -18,21 +18,23 @@ struct OrderedFault : std::runtime_error {
     OrderedFault() : std::runtime_error("an ordered fault") {}
 };
 
-/// Makes the k-th passage (from 1) of a kind of fault points throw, as long as this lives: std::bad_alloc
-/// from an allocation, an OrderedFault from any other. One at a time.
+enum class Faults { Once, FromThenOn };
+
+/// Makes the k-th passage (from 1) of a kind of fault points throw, or every one from the k-th on, as long as
+/// this lives: std::bad_alloc from an allocation, an OrderedFault from any other. One at a time.
 class FaultAt {
 public:
-    FaultAt(FaultKind kind, long k);
+    FaultAt(FaultKind kind, long k, Faults faults = Faults::Once);
     FaultAt(const FaultAt&) = delete;
     FaultAt& operator=(const FaultAt&) = delete;
     ~FaultAt();
 
-    /// True when the fault has happened.
+    /// True when a fault has happened.
     bool HasHappened() const;
 
     /// A fault point.
     static void Pass(FaultKind kind);
 
-    /// The same for whoever throws himself: true when this is the passage to fail.
+    /// The same for whoever throws himself: true when this is a passage to fail.
     static bool IsDue(FaultKind kind) noexcept;
 };
