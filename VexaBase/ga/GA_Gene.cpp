@@ -1,5 +1,3 @@
 #include "VexaBase/ga/GA_Gene.h"
 
 GA_Gene* GA_Gene::Clone() const { return nullptr; }
-
-GA_Gene::~GA_Gene() = default;

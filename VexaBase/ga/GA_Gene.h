@@ -14,7 +14,7 @@ public:
     /// stores what it gets: a concrete gene overrides this.
     virtual GA_Gene* Clone() const;
 
-    virtual ~GA_Gene();
+    virtual ~GA_Gene() = default;
 
     /// Genes order by address, so that an individual can be sorted like any owning array. Deliberately not
     /// virtual: a gene's value is the application's own business.

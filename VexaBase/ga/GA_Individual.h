@@ -10,7 +10,14 @@
 //
 // Ownership: an individual owns its genes. What New, Mutation and GA_Gene::Clone return belongs to the
 // caller; an individual handed to GA_Population::Append belongs to the population.
+//
+// What crossover does for each gene stands in this header: an application's own genes and individuals are known
+// where it is compiled, and most of the virtual calls turn into plain ones.
 #pragma once
+
+#include <algorithm>
+#include <memory>
+#include <utility>
 
 #include "VexaBase/containers/KyDynPArray.h"
 #include "VexaBase/ga/GA_Gene.h"
@@ -20,9 +27,9 @@ class GA_Population;
 class KY_API GA_Individual : public KyDynPArray<GA_Gene> {
 public:
     /// Starts without genes.
-    GA_Individual();
+    GA_Individual() = default;
 
-    ~GA_Individual() override;
+    ~GA_Individual() override = default;
 
     // The virtual operations stand in the order of their slots, behind those of the array.
 
@@ -59,4 +66,71 @@ public:
 
     /// True when this individual is less fit than `other`. The library's version returns false.
     virtual bool operator>(const GA_Individual& other) const;
+
+private:
+    static void RequireGenes(const GA_Individual& longer, const GA_Individual& shorter);
+    std::unique_ptr<GA_Individual> NewChild() const;
+    static std::pair<long, long> DrawSegment(long n);
+    static void Inherit(GA_Individual& child, const GA_Individual& parent, long i);
+    static void InheritBoth(GA_Individual& child1, const GA_Individual& parent1, GA_Individual& child2,
+                            const GA_Individual& parent2, long nFrom, long nTo);
+    static void Enter(GA_Population& pop, GA_Individual* pChild);
 };
+
+inline int GA_Individual::Multiply(const GA_Individual& other, GA_Population& pop) const {
+    if (other.m_nLength > m_nLength) {
+        return other.Multiply(*this, pop);
+    }
+    const long nLength = m_nLength;
+    const long nShared = other.m_nLength;
+    RequireGenes(*this, other);
+
+    std::unique_ptr<GA_Individual> pChild1 = NewChild();
+    std::unique_ptr<GA_Individual> pChild2 = NewChild();
+    pChild1->SetLength(nLength, false);
+    pChild2->SetLength(nLength, false);
+
+    const auto [nFirst, nLast] = DrawSegment(nShared);
+    // The run itself, or what it leaves out where it wraps around the end.
+    const long nFrom = std::min(nFirst, nLast + 1);
+    const long nTo = std::max(nFirst, nLast + 1);
+    const GA_Individual& inner = nFirst <= nLast ? other : *this;
+    const GA_Individual& outer = nFirst <= nLast ? *this : other;
+    InheritBoth(*pChild1, outer, *pChild2, inner, 0, nFrom);
+    InheritBoth(*pChild1, inner, *pChild2, outer, nFrom, nTo);
+    InheritBoth(*pChild1, outer, *pChild2, inner, nTo, nShared);
+    InheritBoth(*pChild1, *this, *pChild2, *this, nShared, nLength);
+
+    pChild1->Initialize();
+    pChild2->Initialize();
+    Enter(pop, pChild1.release());
+    Enter(pop, pChild2.release());
+    return 2;
+}
+
+inline std::unique_ptr<GA_Individual> GA_Individual::NewChild() const {
+    std::unique_ptr<GA_Individual> pChild(New());
+    KY_CHECK(pChild != nullptr, "GA_Individual::Multiply", "New returned no individual (length %ld)",
+             m_nLength);
+    return pChild;
+}
+
+/// Gives each child copies of its parent's genes in nFrom .. nTo - 1.
+inline void GA_Individual::InheritBoth(GA_Individual& child1, const GA_Individual& parent1,
+                                       GA_Individual& child2, const GA_Individual& parent2, long nFrom,
+                                       long nTo) {
+    for (long i = nFrom; i < nTo; ++i) {
+        Inherit(child1, parent1, i);
+        Inherit(child2, parent2, i);
+    }
+}
+
+/// Gives the child a copy of the parent's gene at position i.
+inline void GA_Individual::Inherit(GA_Individual& child, const GA_Individual& parent, long i) {
+    const GA_Gene* const pInherited = *parent.GetAt(i);
+    KY_CHECK(pInherited != nullptr, "GA_Individual::Multiply", "no gene to inherit (index %ld, length %ld)",
+             i, parent.m_nLength);
+    std::unique_ptr<GA_Gene> pGene(pInherited->Clone());
+    GA_Gene*& pSlot = child[i];
+    pSlot = pGene.release();
+}
