@@ -8,8 +8,11 @@
 // are consistent and the application enters individuals through GA_Population::Append only.
 //
 // Sorted insertion and the generation are written in the list's cursor operations, so a derived population
-// that overrides them sees each as a call. Random numbers come from rand(), which the library never seeds:
-// srand makes a run repeatable.
+// that overrides them sees each as a call. A population of no derived class has nobody to see them: while it
+// evolves it jumps to its elements instead of walking, which at a thousand individuals makes it more than ten
+// times as fast. Nothing else about it differs.
+//
+// Random numbers come from rand(), which the library never seeds: srand makes a run repeatable.
 #pragma once
 
 #include "VexaBase/containers/KyArray.h"
@@ -21,11 +24,35 @@
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Woverloaded-virtual"
 
-/// The list under a population. It is KyPDList<GA_Individual> and nothing else.
+/// The list under a population. It is KyPDList<GA_Individual>, and besides tells a running generation, which
+/// notes where the nodes stand, of every change to the chain of nodes.
 class KY_API GA_IndividualList : public KyPDList<GA_Individual> {
 public:
     /// The list's own Append: at the end, unsorted. The cursor ends on p; returns its index. O(1).
     long Append(GA_Individual* const& p) override;
+
+    // Each is the list's own operation, followed by the notice.
+
+    /// See KyPDList::Reset.
+    void Reset() override;
+
+    /// See KyPDList::DelCur.
+    void DelCur() override;
+
+    /// See KyDList::InsertAfterCur.
+    GA_Individual** InsertAfterCur(GA_Individual* const& p) override;
+
+    /// See KyDList::DetachAfterCur.
+    long DetachAfterCur() override;
+
+    /// See KyDList::Conbine.
+    long Conbine(KyList<GA_Individual*>& other, long pos) override;
+
+    /// See KyDList::ReverseList.
+    void ReverseList() override;
+
+    /// See KyDList::Rotate.
+    void Rotate(long from, long to) override;
 };
 
 class KY_API GA_Population : public GA_IndividualList {
@@ -43,7 +70,9 @@ public:
     /// container code that reaches that slot through a base class still appends at the end, unsorted.
     ///
     /// When a comparison or the allocation throws, p is deleted and the population holds what it held; the
-    /// cursor may have moved. O(log length) comparisons, each a cursor walk of at most half the length.
+    /// cursor may have moved. O(log length) comparisons. Each is a cursor walk of at most half the length, but
+    /// while a population of no derived class evolves none up to 8192 individuals, and beyond that one of at
+    /// most length / 512.
     void Append(GA_Individual* p);
 
     // The virtual operations stand in the order of their slots, behind those of the list.
@@ -70,7 +99,7 @@ public:
     /// Then m_nGeneration grows by one, also when a phase was stopped early. The cursor ends where the last
     /// operation left it. When a hook throws, nothing leaks and the individuals entered so far stay. Requires
     /// m_nPopSize >= 0, an individual in the population whenever a mutant is due, and a length whose square a
-    /// long can hold.
+    /// long can hold. A population of no derived class takes 72 KiB of stack.
     virtual void Evolve();
 
     long m_nPopSize;         // how many individuals survive a generation; a setting, not negative
@@ -78,11 +107,10 @@ public:
     long m_nGeneration = 0;  // how many times Evolve has run to its end
 
 private:
+    template <class Cursor>
+    void EvolveBy(Cursor cursor);
     void Breed();
-    void Truncate();
     void Mutate();
-    void MoveToPlaceOf(const GA_Individual& newcomer);
-    const GA_Individual& Resident();
 };
 
 #pragma GCC diagnostic pop

@@ -1,0 +1,316 @@
+// A population that is exactly a GA_Population is left to jump to its elements while it evolves; one of a derived class
+// is taken through the list's own operations step by step. Whatever an application can see is the same.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <memory>
+#include <new>
+#include <random>
+#include <tuple>
+#include <utility>
+#include <vector>
+
+#include "GA_TestKit.h"
+
+namespace {
+
+using List = KyPDList<GA_Individual>;
+
+class DerivedPopulation : public GA_Population {
+public:
+    using GA_Population::GA_Population;
+};
+
+/// What a run starts from, and what its hooks do to the population.
+struct Scene {
+    std::vector<long> ancestors;  // their values
+    long nPopSize = 0;
+    long nMutationRate = 0;
+    int nGenerations = 1;
+    std::vector<int> draws;
+    std::vector<int> edits = {0};  // one a hook, over and over; see Meddle
+    long nFailingAllocation = 0;   // of the first generation, none with 0
+};
+
+/// What an application saw of a run: each hook with the individuals concerned and the cursor, then the population.
+struct Account {
+    using Event = std::tuple<char, long, long, long, long>;
+
+    std::vector<Event> events;
+    std::vector<long> forth;  // the individuals from the head on
+    std::vector<long> back;   // and from the tail on
+    std::vector<long> figures;
+
+    friend bool operator==(const Account& a, const Account& b) {
+        return a.events == b.events && a.forth == b.forth && a.back == b.back && a.figures == b.figures;
+    }
+};
+
+class Value : public GA_Gene {
+public:
+    explicit Value(long n) : m_n(n) {}
+    GA_Gene* Clone() const override { return new Value(m_n); }
+
+    long m_n;
+};
+
+class Witness;
+
+/// The run that is on, for the individuals to write to and meddle with.
+struct Run {
+    Run(const Scene& theScene, GA_Population& thePopulation) : scene(theScene), population(thePopulation) {
+        account.events.reserve(1 << 18);
+        removed.reserve(1 << 14);
+    }
+
+    void Note(char cWhat, long a, long b = 0);
+    void Meddle(bool bComparing);
+    void TakeOut(long i);
+
+    const Scene& scene;
+    GA_Population& population;
+    Account account;
+    std::vector<std::unique_ptr<GA_Individual>> removed;
+    std::size_t nHooks = 0;
+    long nIndividuals = 0;
+    bool bMeddling = false;
+};
+
+Run* g_pRun = nullptr;
+
+/// An individual with a number that tells of each hook and then meddles.
+class Witness : public GA_Individual {
+public:
+    Witness() : m_nId(g_pRun->nIndividuals++) {}
+    ~Witness() override { g_pRun->Note('~', m_nId); }
+
+    static std::unique_ptr<Witness> Of(long nValue) {
+        auto pWitness = std::make_unique<Witness>();
+        for (const long n : {nValue % 7, nValue % 5, nValue}) {
+            auto pGene = std::make_unique<Value>(n);
+            pWitness->KyDynPArray<GA_Gene>::Append(pGene.get());
+            static_cast<void>(pGene.release());
+        }
+        pWitness->Weigh();
+        return pWitness;
+    }
+
+    GA_Individual* New() const override {
+        auto pNew = std::make_unique<Witness>();
+        g_pRun->Note('N', m_nId, pNew->m_nId);
+        return pNew.release();
+    }
+    void Initialize() override {
+        Weigh();
+        g_pRun->Note('I', m_nId, m_nValue);
+        g_pRun->Meddle(false);
+    }
+    GA_Individual* Mutation() const override {
+        g_pRun->Note('M', m_nId);
+        g_pRun->Meddle(false);
+        return m_nValue % 3 == 0 ? nullptr : Of(m_nValue * 31 % 101).release();
+    }
+    bool operator<(const GA_Individual& other) const override {
+        const auto& witness = static_cast<const Witness&>(other);
+        g_pRun->Note('<', m_nId, witness.m_nId);
+        g_pRun->Meddle(true);
+        return m_nValue < witness.m_nValue;
+    }
+    bool operator>(const GA_Individual& other) const override {
+        const auto& witness = static_cast<const Witness&>(other);
+        g_pRun->Note('>', m_nId, witness.m_nId);
+        g_pRun->Meddle(true);
+        return m_nValue > witness.m_nValue;
+    }
+
+    long m_nId;
+
+private:
+    void Weigh() {
+        m_nValue = 0;
+        for (const GA_Gene* p : *this) {
+            m_nValue += static_cast<const Value*>(p)->m_n;
+        }
+    }
+
+    long m_nValue = 0;
+};
+
+long IdOf(const GA_Individual* p) { return p == nullptr ? -1 : static_cast<const Witness*>(p)->m_nId; }
+
+void Run::Note(char cWhat, long a, long b) {
+    // An individual that is on its way out may stand in its element still.
+    const long nCurrent = cWhat == '~' ? -2 : IdOf(population.m_pCurNode->m_data);
+    account.events.emplace_back(cWhat, a, b, population.m_nCurIndex, nCurrent);
+}
+
+/// Takes an individual out of the population alive.
+void Run::TakeOut(long i) {
+    population.MoveTo(i);
+    removed.emplace_back(population.GetCurData());
+    population.SetCurData(nullptr);
+    population.DelCur();
+}
+
+/// Does to the population what the scene has for this hook. While a search is on, nothing is removed and the cursor is
+/// left where it may go on from.
+void Run::Meddle(bool bComparing) {
+    if (bMeddling) {
+        return;
+    }
+    const int nEdit = scene.edits[nHooks++ % scene.edits.size()];
+    const long n = population.m_nLength;
+    const long i = n == 0 ? 0 : static_cast<long>(nHooks) * 7 % n;
+    const long j = n == 0 ? 0 : static_cast<long>(nHooks) * 5 % n;
+    List& list = population;
+    List other;
+    bMeddling = true;
+    try {
+        if (nEdit == 1) {
+            list.ReverseList();
+            list.MoveToFirst();
+        } else if (nEdit == 2 && n > 0) {
+            list.Rotate(i, j);
+        } else if (nEdit == 3 && n > 0) {
+            list.Move(i, j);
+        } else if (nEdit == 4 && n > 0) {
+            list.MoveTo(i);
+        } else if (nEdit == 5) {
+            auto p = Witness::Of(i);
+            list.Append(p.get());
+            static_cast<void>(p.release());
+        } else if (nEdit == 6) {
+            auto p = Witness::Of(j);
+            list.InsertHead(p.get());
+            static_cast<void>(p.release());
+        } else if (nEdit == 7) {
+            population.Append(Witness::Of(i + j).release());
+        } else if (nEdit == 8 && n > 0) {
+            std::swap(*list.GetAt(i), *list.GetAt(j));
+        } else if (nEdit == 9 && n > 2 && !bComparing) {
+            TakeOut(i);
+        } else if (nEdit == 10 && n > 2 && !bComparing) {
+            list.Conbine(other, 0);
+            other.Conbine(list, i);
+            other.InsertHead(Witness::Of(j).release());
+            list.Conbine(other, 0);
+        } else if (nEdit == 11 && n > 2 && !bComparing) {
+            while (list.m_nLength > 2) {
+                TakeOut(list.m_nLength - 1);
+            }
+            for (GA_Individual*& p : list) {
+                removed.emplace_back(std::exchange(p, nullptr));
+            }
+            list.Reset();
+            list.Append(Witness::Of(i).release());
+            list.Append(Witness::Of(j).release());
+        } else if (nEdit == 12 && !bComparing) {
+            list.Sort(i % 2 == 0);
+        }
+    } catch (...) {
+        bMeddling = false;
+        throw;
+    }
+    bMeddling = false;
+}
+
+template <class Population>
+Account AccountOf(const Scene& scene) {
+    Journal::Clear();
+    ScriptedRand::Set(scene.draws);
+    auto pPopulation = std::make_unique<Population>(scene.nPopSize, scene.nMutationRate);
+    GA_Population& population = *pPopulation;
+    Run run(scene, population);
+    g_pRun = &run;
+    run.bMeddling = true;
+    for (const long n : scene.ancestors) {
+        static_cast<List&>(population).Append(Witness::Of(n).release());
+    }
+    population.Sort(true);
+    run.bMeddling = false;
+
+    long nFailures = 0;
+    FailingAllocation::At(scene.nFailingAllocation);
+    for (int i = 0; i < scene.nGenerations; ++i) {
+        try {
+            population.Evolve();
+        } catch (const std::bad_alloc&) {
+            ++nFailures;
+            run.bMeddling = false;
+        }
+        FailingAllocation::At(0);
+    }
+
+    Account& account = run.account;
+    for (const GA_Individual* p : population) {
+        account.forth.push_back(IdOf(p));
+    }
+    for (auto it = population.end(); it != population.begin();) {
+        account.back.push_back(IdOf(*--it));
+    }
+    account.figures = {population.m_nLength,     population.m_nCurIndex, IdOf(population.m_pCurNode->m_data),
+                       population.m_nGeneration, ScriptedRand::Drawn(),  nFailures};
+    // The last of the individuals write too.
+    population.Reset();
+    run.removed.clear();
+    g_pRun = nullptr;
+    return std::move(account);
+}
+
+std::vector<int> Draws(std::size_t n, unsigned nSeed) {
+    std::mt19937 engine(nSeed);
+    std::vector<int> draws(n);
+    for (int& draw : draws) {
+        draw = static_cast<int>(engine() >> 1);
+    }
+    return draws;
+}
+
+rc::Gen<Scene> Scenes(const rc::Gen<int>& edit) {
+    return rc::gen::build<Scene>(
+        rc::gen::set(&Scene::ancestors, rc::gen::container<std::vector<long>>(rc::gen::inRange(0L, 60L))),
+        rc::gen::set(&Scene::nPopSize, rc::gen::inRange(1L, 20L)),
+        rc::gen::set(&Scene::nMutationRate, rc::gen::inRange(0L, 150L)),
+        rc::gen::set(&Scene::nGenerations, rc::gen::just(3)),
+        rc::gen::set(&Scene::draws, rc::gen::map(rc::gen::arbitrary<unsigned>(),
+                                                 [](unsigned nSeed) { return Draws(20000, nSeed); })),
+        rc::gen::set(&Scene::edits, rc::gen::nonEmpty(rc::gen::container<std::vector<int>>(edit))));
+}
+
+RC_GTEST_PROP(PlainPopulationProperty, EvolvesAsADerivedOne, ()) {
+    Scene scene = *Scenes(rc::gen::just(0));
+    scene.ancestors.push_back(3);
+
+    RC_ASSERT(AccountOf<GA_Population>(scene) == AccountOf<DerivedPopulation>(scene));
+}
+
+RC_GTEST_PROP(PlainPopulationProperty, EvolvesAsADerivedOneUnderHooksThatChangeIt, ()) {
+    Scene scene = *Scenes(rc::gen::weightedOneOf<int>({{9, rc::gen::just(0)}, {1, rc::gen::inRange(1, 13)}}));
+    scene.ancestors.insert(scene.ancestors.end(), {3, 1, 2});
+    scene.nPopSize += 2;
+
+    RC_ASSERT(AccountOf<GA_Population>(scene) == AccountOf<DerivedPopulation>(scene));
+}
+
+RC_GTEST_PROP(PlainPopulationProperty, FailsAsADerivedOne, ()) {
+    Scene scene = *Scenes(rc::gen::just(0));
+    scene.ancestors.push_back(3);
+    scene.nFailingAllocation = *rc::gen::inRange(1L, 200L);
+
+    RC_ASSERT(AccountOf<GA_Population>(scene) == AccountOf<DerivedPopulation>(scene));
+}
+
+TEST(PlainPopulation, EvolvesAsADerivedOneOnceItIsLarge) {
+    Scene scene;
+    for (long i = 0; i < 2200; ++i) {
+        scene.ancestors.push_back(i * 7919 % 100003);
+    }
+    scene.nPopSize = 9000;
+    scene.nMutationRate = 1;
+    scene.draws = Draws(7000, 1);
+
+    EXPECT_TRUE(AccountOf<GA_Population>(scene) == AccountOf<DerivedPopulation>(scene));
+}
+
+}  // namespace
