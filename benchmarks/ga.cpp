@@ -1,9 +1,9 @@
 // The time of a child bred, with a fitness that costs next to nothing: what the framework itself takes.
 //
 // The limit is bare C++ under the same rule: genes on the heap behind a virtual Clone, the same draws, the same
-// comparisons through virtual functions in the same order, a node for each individual, and no virtual call beyond these.
-// It must breed the very same populations. pagmo's simple genetic algorithm stands beside them for context: it compares
-// no individuals one by one and keeps no genes on the heap.
+// comparisons through virtual functions in the same order, a linked node for each individual, and no virtual call
+// beyond these. It must breed the very same populations. pagmo's simple genetic algorithm stands beside them for
+// context: it compares no individuals one by one and keeps no genes on the heap.
 //
 // Every iteration starts from the same random population, as a population that has converged is less work.
 #include <benchmark/benchmark.h>
@@ -170,14 +170,14 @@ public:
     double m_cost = 0;
 };
 
-/// As large as the node of a doubly linked list.
+/// As the node of a doubly linked list.
 struct Node {
     BareIndividual* m_pIndividual;
     Node* m_pNext;
     Node* m_pPre;
 };
 
-/// A population in order: nodes in a vector.
+/// A population in order: a ring of nodes, which the rule asks for, and a vector of them to bisect.
 class Row {
 public:
     Row() = default;
@@ -193,13 +193,20 @@ public:
     const BareIndividual& At(long i) const { return *m_nodes[static_cast<std::size_t>(i)]->m_pIndividual; }
 
     void Insert(long i, BareIndividual* p) {
-        m_nodes.insert(m_nodes.begin() + i, new Node{p, nullptr, nullptr});
+        Node* const pNext = i < Length() ? m_nodes[static_cast<std::size_t>(i)] : &m_end;
+        Node* const pNode = new Node{p, pNext, pNext->m_pPre};
+        pNode->m_pPre->m_pNext = pNode;
+        pNext->m_pPre = pNode;
+        m_nodes.insert(m_nodes.begin() + i, pNode);
     }
 
     void DeleteLast() {
-        delete m_nodes.back()->m_pIndividual;
-        delete m_nodes.back();
+        Node* const pLast = m_nodes.back();
+        pLast->m_pPre->m_pNext = &m_end;
+        m_end.m_pPre = pLast->m_pPre;
         m_nodes.pop_back();
+        delete pLast->m_pIndividual;
+        delete pLast;
     }
 
     std::vector<const BareIndividual*> All() const {
@@ -212,6 +219,7 @@ public:
     }
 
 private:
+    Node m_end{nullptr, &m_end, &m_end};
     std::vector<Node*> m_nodes;
 };
 
