@@ -1,0 +1,16 @@
+// A C allocator that can be told to run out. A program that uses it links ShortMemory.cpp with
+// -Wl,--wrap=realloc.
+#pragma once
+
+/// Makes every realloc of the program's own code from number nFirst on (0 is the next one) answer null while
+/// it lives.
+class ShortMemory {
+public:
+    explicit ShortMemory(long nFirst = 0);
+    ShortMemory(const ShortMemory&) = delete;
+    ShortMemory& operator=(const ShortMemory&) = delete;
+    ~ShortMemory();
+
+    /// Whether memory has been refused.
+    bool HasRefused() const;
+};
