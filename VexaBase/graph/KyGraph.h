@@ -13,7 +13,9 @@
 //   (2) a listed arc is listed at both its nodes too, except where it compares equal to another arc around
 //       one of them
 //
-// Elements added in ascending order are inserted in constant time.
+// Elements added in ascending order are inserted in constant time. Elsewhere an insertion takes O(log(length))
+// comparisons and moves one index entry for every nStep elements behind it. A large step is no burden to the
+// searches, since the lists learn where their elements are (see KyXList).
 #pragma once
 
 #include "VexaBase/containers/KyXList.h"
@@ -23,7 +25,7 @@
 class KY_API KyGraph {
 public:
     /// An empty graph whose two lists index every nStep-th element. Requires nStep > 0.
-    explicit KyGraph(long nStep = 16);
+    explicit KyGraph(long nStep = 4096);
     KyGraph(const KyGraph&) = delete;
     KyGraph& operator=(const KyGraph&) = delete;
 
