@@ -13,6 +13,7 @@
 #include "examples/faces/Faces.h"
 #include "examples/faces/Grid.h"
 #include "examples/faces/PlaneMap.h"
+#include "tests/examples/RandomLattice.h"
 
 namespace faces {
 
@@ -23,13 +24,6 @@ inline void PrintTo(const Segment& segment, std::ostream* pOut) {
     PrintTo(segment.m_from, pOut);
     *pOut << '-';
     PrintTo(segment.m_to, pOut);
-}
-
-/// Segments in order, each once.
-inline std::vector<Segment> Sorted(std::vector<Segment> segments) {
-    std::sort(segments.begin(), segments.end());
-    segments.erase(std::unique(segments.begin(), segments.end()), segments.end());
-    return segments;
 }
 
 /// The segments of closed lines.
@@ -71,43 +65,6 @@ struct TracedMap {
     long m_nBridges;
     FaceMap m_faces;
 };
-
-/// A lattice of nSide x nSide cells with displaced points; each of its lines, and of the cells' diagonals, is
-/// there with the given probability in percent. It is plane as it is.
-inline std::vector<Segment> RandomLattice(unsigned int nSeed, int nSide, int nPercent) {
-    constexpr int cell = 100;
-    std::mt19937 random(nSeed);
-    std::uniform_int_distribution<int> shift(-cell / 4 + 1, cell / 4 - 1);
-    std::uniform_int_distribution<int> percent(0, 99);
-    std::vector<Line> columns(static_cast<std::size_t>(nSide) + 1);
-    for (int nX = 0; nX <= nSide; ++nX) {
-        for (int nY = 0; nY <= nSide; ++nY) {
-            const int nShiftX = shift(random);
-            columns[static_cast<std::size_t>(nX)].push_back(
-                {cell * (nX + 1) + nShiftX, cell * (nY + 1) + shift(random)});
-        }
-    }
-    const auto at = [&](int nX, int nY) {
-        return columns[static_cast<std::size_t>(nX)][static_cast<std::size_t>(nY)];
-    };
-    std::vector<Segment> segments;
-    const auto maybe = [&](GridPoint a, GridPoint b) {
-        if (percent(random) < nPercent) segments.emplace_back(a, b);
-    };
-    for (int nX = 0; nX <= nSide; ++nX) {
-        for (int nY = 0; nY <= nSide; ++nY) {
-            if (nX < nSide) maybe(at(nX, nY), at(nX + 1, nY));
-            if (nY < nSide) maybe(at(nX, nY), at(nX, nY + 1));
-            if (nX == nSide || nY == nSide) continue;
-            if (percent(random) < 50) {
-                maybe(at(nX, nY), at(nX + 1, nY + 1));
-            } else {
-                maybe(at(nX + 1, nY), at(nX, nY + 1));
-            }
-        }
-    }
-    return Sorted(std::move(segments));
-}
 
 /// Segments anywhere in a square of the grid.
 inline std::vector<Segment> RandomSegments(unsigned int nSeed, int nSegments, int nExtent) {
