@@ -6,11 +6,13 @@
 
 #include <memory>
 #include <new>
+#include <optional>
 #include <random>
 #include <tuple>
 #include <utility>
 #include <vector>
 
+#include "AllocationLog.h"
 #include "GA_TestKit.h"
 
 namespace {
@@ -231,7 +233,10 @@ Account AccountOf(const Scene& scene) {
     run.bMeddling = false;
 
     long nFailures = 0;
-    FailingAllocation::At(scene.nFailingAllocation);
+    std::optional<FailingAllocation> failing;
+    if (scene.nFailingAllocation > 0) {
+        failing.emplace(scene.nFailingAllocation - 1);
+    }
     for (int i = 0; i < scene.nGenerations; ++i) {
         try {
             population.Evolve();
@@ -239,7 +244,7 @@ Account AccountOf(const Scene& scene) {
             ++nFailures;
             run.bMeddling = false;
         }
-        FailingAllocation::At(0);
+        failing.reset();
     }
 
     Account& account = run.account;
