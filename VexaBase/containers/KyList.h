@@ -402,6 +402,7 @@ protected:
     /// Puts the cursor back where it was, at the end of a scope.
     class CursorScope {
     public:
+        /// Remembers the cursor.
         explicit CursorScope(KyList& list)
             : m_list(list), m_pCurNode(list.m_pCurNode), m_nCurIndex(list.m_nCurIndex) {}
         CursorScope(const CursorScope&) = delete;

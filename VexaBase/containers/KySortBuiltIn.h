@@ -20,6 +20,7 @@ constexpr bool KyIsBuiltIn = (std::is_arithmetic_v<T> ||
 template <class T, class IsAfter>
 class KyMergeSort {
 public:
+    /// Sorts by the given rule.
     explicit KyMergeSort(IsAfter isAfter) : m_isAfter(isAfter) {}
 
     /// Sorts the n elements at pData with the help of n more at pScratch. O(n log n).

@@ -187,8 +187,17 @@ public:
     const GA_Individual* Current() { return m_population.m_pCurNode->m_data; }
     void Insert(GA_Individual* p) {
         const bool bIndexed = m_index.IsFor(m_population);
+        Node* const pNode = m_population.m_pCurNode;
+        const long nIndex = m_population.m_nCurIndex;
         m_population.List::MoveToPre();
-        m_population.List::InsertAfterCur(p);
+        try {
+            m_population.List::InsertAfterCur(p);
+        } catch (...) {
+            // As InsertCur leaves it.
+            m_population.m_pCurNode = pNode;
+            m_population.m_nCurIndex = nIndex;
+            throw;
+        }
         if (bIndexed) {
             m_index.Insert(m_population.m_nCurIndex, m_population.m_pCurNode);
         } else {
