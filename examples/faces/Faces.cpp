@@ -4,7 +4,7 @@
 #include <memory>
 #include <stdexcept>
 
-#include "VexaBase/graph/KyGraphPath.h"
+#include "VexaBase/graph/KyGraphFaces.h"
 #include "examples/faces/Colouring.h"
 #include "examples/faces/Events.h"
 #include "examples/faces/Geos.h"
@@ -12,18 +12,40 @@
 namespace faces {
 namespace {
 
-/// How many arcs of the graph are asked into the processor's cache ahead of the one that is being traced.
-/// Nodes, arcs and the entries of the nodes' lists stand in memory much in the order of the arcs, as they
-/// were made; a walk touches some that lie a little ahead, in no order that the processor could foresee.
-constexpr std::size_t ArcsAhead = 4096;
+/// Goes ahead of the tracing, which takes the arcs in their order: asks those that it will come to next into
+/// the processor's cache, and sends PartDone now and then.
+class Scout {
+public:
+    explicit Scout(const std::vector<MapArc*>& arcs) : m_arcs(arcs) {}
 
-void Prefetch(const MapArc* pArc) {
-    constexpr std::ptrdiff_t cacheLine = 64;
-    constexpr std::ptrdiff_t bytesAnArc = 256;
-    for (std::ptrdiff_t n = 0; n < bytesAnArc; n += cacheLine) {
-        __builtin_prefetch(reinterpret_cast<const char*>(pArc) + n);
+    /// The tracing has come to the arc of this index.
+    void ComeTo(std::size_t nIndex) {
+        for (; m_nPrefetched < std::min(nIndex + ArcsAhead, m_arcs.size()); ++m_nPrefetched) {
+            Prefetch(m_arcs[m_nPrefetched]);
+        }
+        for (; m_nTold <= nIndex; m_nTold += ArcsAhead) {
+            double dDone = static_cast<double>(m_nTold) / static_cast<double>(m_arcs.size());
+            KySendEvent(PartDone, &dDone, PartMask);
+        }
     }
-}
+
+private:
+    /// Nodes, arcs and the entries of the nodes' lists stand in memory much in the order of the arcs, as they
+    /// were made; a walk touches some that lie a little ahead, in no order that the processor could foresee.
+    static constexpr std::size_t ArcsAhead = 4096;
+
+    static void Prefetch(const MapArc* pArc) {
+        constexpr std::ptrdiff_t cacheLine = 64;
+        constexpr std::ptrdiff_t bytesAnArc = 256;
+        for (std::ptrdiff_t n = 0; n < bytesAnArc; n += cacheLine) {
+            __builtin_prefetch(reinterpret_cast<const char*>(pArc) + n);
+        }
+    }
+
+    const std::vector<MapArc*>& m_arcs;
+    std::size_t m_nPrefetched = 0;
+    std::size_t m_nTold = 0;
+};
 
 }  // namespace
 
@@ -33,37 +55,34 @@ FaceMap::FaceMap(const PlaneMap& map) : m_map(map), m_walkOfSide(2 * map.m_arcs.
     const long nWalks = std::max(0L, 2 * count.m_nComponents - count.m_nNodes + count.m_nArcs);
     m_walks.reserve(static_cast<std::size_t>(nWalks));
     m_faces.reserve(static_cast<std::size_t>(nWalks));
-    for (std::size_t i = 0; i < map.m_arcs.size(); ++i) {
-        if (i + ArcsAhead < map.m_arcs.size()) Prefetch(map.m_arcs[i + ArcsAhead]);
-        if (map.m_isDeadEnd[i] || map.m_isBridge[i]) continue;
-        for (const int nDir : {KyGraphArc::Forward, KyGraphArc::Backward}) {
-            if (m_walkOfSide[2 * i + static_cast<std::size_t>(nDir)] == NoWalk) Trace(*map.m_arcs[i], nDir);
-        }
-        if (i % ArcsAhead == 0) {
-            double dDone = static_cast<double>(i) / static_cast<double>(map.m_arcs.size());
-            KySendEvent(PartDone, &dDone, PartMask);
-        }
-    }
+    Scout scout(map.m_arcs);
+    KyForEachFace(
+        map.m_arcs,
+        [&](const KyGraphArc& arc, int nDir) {
+            const unsigned int nIndex = static_cast<const MapArc&>(arc).m_nIndex;
+            scout.ComeTo(nIndex);
+            return map.m_isBridge[nIndex] || m_walkOfSide[2 * nIndex + static_cast<Side>(nDir)] != NoWalk;
+        },
+        [this](const std::unique_ptr<KyGraphPath>& pPath) { AddWalk(*pPath); });
 }
 
-void FaceMap::Trace(MapArc& arc, int nDir) {
-    const std::unique_ptr<const KyGraphPath> pPath(arc.FindMesh(nDir));
+void FaceMap::AddWalk(const KyGraphPath& path) {
     const auto nWalk = static_cast<unsigned int>(m_walks.size());
     const auto nFirst = static_cast<unsigned int>(m_sides.size());
-    const auto* pBegin = static_cast<const MapNode*>(pPath->m_pBeginNode);
+    const auto* pBegin = static_cast<const MapNode*>(path.m_pBeginNode);
     const MapNode* pAt = pBegin;
     unsigned long nTwiceArea = 0;  // may overflow on the way; the whole fits
-    for (const KyGraphArc* pStep : *pPath) {
-        const bool bForward = pStep->m_pStart == pAt;
-        const Side nSide = 2 * static_cast<const MapArc*>(pStep)->m_nIndex + (bForward ? 0 : 1);
+    KyForEachSide(path, [&](const KyGraphArc& arc, int nDir) {
+        const Side nSide = 2 * static_cast<const MapArc&>(arc).m_nIndex + static_cast<Side>(nDir);
         if (m_walkOfSide[nSide] != NoWalk)
             throw std::logic_error("the map is not plane: two faces share a side");
         m_walkOfSide[nSide] = nWalk;
         m_sides.push_back(nSide);
-        const auto* pNext = static_cast<const MapNode*>(bForward ? pStep->m_pEnd : pStep->m_pStart);
+        const auto* pNext =
+            static_cast<const MapNode*>(nDir == KyGraphArc::Forward ? arc.m_pEnd : arc.m_pStart);
         nTwiceArea += static_cast<unsigned long>(Cross(pBegin->m_point, pAt->m_point, pNext->m_point));
         pAt = pNext;
-    }
+    });
     if (pAt != pBegin) throw std::logic_error("the map is not plane: a face is not closed");
 
     Walk walk{nFirst, static_cast<unsigned int>(m_sides.size()) - nFirst, static_cast<long>(nTwiceArea),

@@ -78,7 +78,7 @@ public:
     std::vector<Hole> m_holes;  // ascending by face
 
 private:
-    void Trace(MapArc& arc, int nDir);
+    void AddWalk(const KyGraphPath& path);
     void MakeHole(unsigned int nWalk, long nFace);
     bool Surrounds(const Walk& walk, GridPoint point) const;
     std::vector<unsigned int> OuterWalks() const;

@@ -1,0 +1,256 @@
+// All faces of a graph: each side of each arc on one of them, whatever dead ends, bridges and loops there are.
+
+#include "VexaBase/graph/KyGraphFaces.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <map>
+#include <memory>
+#include <set>
+#include <utility>
+#include <vector>
+
+#include "PlaneElements.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// An arc by its number, and the direction it is passed in.
+using Side = std::pair<int, int>;
+using Faces = std::vector<std::vector<Side>>;
+
+constexpr int F = KyGraphArc::Forward;
+constexpr int B = KyGraphArc::Backward;
+
+std::vector<Side> SidesOf(const KyGraphPath& path) {
+    std::vector<Side> sides;
+    KyForEachSide(path, [&](const KyGraphArc& arc, int nDir) {
+        sides.emplace_back(static_cast<const PlaneArc&>(arc).m_nId, nDir);
+    });
+    return sides;
+}
+
+Faces FacesOf(const KyGraph& graph) {
+    Faces faces;
+    KyForEachFace(graph,
+                  [&](const std::unique_ptr<KyGraphPath>& pFace) { faces.push_back(SidesOf(*pFace)); });
+    return faces;
+}
+
+/// Adds an arc; its number is how many there were before.
+KyGraphArc* AddArc(KyGraph& graph, Point from, Point to, long nStrand = 0) {
+    auto* pArc = new PlaneArc(new PlaneNode(from), new PlaneNode(to), nStrand,
+                              static_cast<int>(graph.m_lstArc.GetLength()));
+    graph.Create(pArc);
+    return pArc;
+}
+
+TEST(KyGraphFaces, AGraphWithoutArcsHasNone) {
+    KyGraph graph;
+    graph << new PlaneNode({0, 0});
+
+    EXPECT_THAT(FacesOf(graph), IsEmpty());
+}
+
+TEST(KyGraphFaces, ATriangleHasAnInsideAndAnOutside) {
+    KyGraph graph;
+    AddArc(graph, {0, 0}, {1, 1});
+    AddArc(graph, {0, 0}, {2, 0});
+    AddArc(graph, {1, 1}, {2, 0});
+
+    // These arcs stand counter-clockwise around their nodes: faces lie to the right.
+    EXPECT_THAT(FacesOf(graph), ElementsAre(ElementsAre(Side(0, F), Side(2, F), Side(1, B)),
+                                            ElementsAre(Side(0, B), Side(1, F), Side(2, B))));
+}
+
+TEST(KyGraphFaces, APathBeginsAtTheNodeThatItsFirstArcIsLeftFrom) {
+    KyGraph graph;
+    const KyGraphArc* const pFirst = AddArc(graph, {0, 0}, {1, 1});
+    AddArc(graph, {0, 0}, {2, 0});
+    AddArc(graph, {1, 1}, {2, 0});
+
+    std::vector<const KyGraphNode*> begins;
+    KyForEachFace(graph,
+                  [&](const std::unique_ptr<KyGraphPath>& pFace) { begins.push_back(pFace->m_pBeginNode); });
+
+    EXPECT_THAT(begins, ElementsAre(pFirst->m_pStart, pFirst->m_pEnd));
+}
+
+TEST(KyGraphFaces, ALoneArcIsGoneAlongOnBothSides) {
+    KyGraph graph;
+    AddArc(graph, {0, 0}, {1, 0});
+
+    EXPECT_THAT(FacesOf(graph), ElementsAre(ElementsAre(Side(0, F), Side(0, B))));
+}
+
+TEST(KyGraphFaces, ADeadEndStandsTwiceInTheFaceItIsIn) {
+    KyGraph graph;
+    AddArc(graph, {0, 0}, {1, 3});
+    AddArc(graph, {0, 0}, {2, 0});
+    AddArc(graph, {1, 3}, {2, 0});
+    AddArc(graph, {1, 1}, {1, 3});
+
+    EXPECT_THAT(FacesOf(graph),
+                ElementsAre(ElementsAre(Side(0, F), Side(3, B), Side(3, F), Side(2, F), Side(1, B)),
+                            ElementsAre(Side(0, B), Side(1, F), Side(2, B))));
+}
+
+TEST(KyGraphFaces, ABridgeIsPassedInBothDirectionsByOneFace) {
+    KyGraph graph;
+    for (const long x : {0L, 10L}) {
+        AddArc(graph, {x, 0}, {x + 2, 0});
+        AddArc(graph, {x, 0}, {x + 1, 1});
+        AddArc(graph, {x + 1, 1}, {x + 2, 0});
+    }
+    const auto* const pBridge = static_cast<PlaneArc*>(AddArc(graph, {2, 0}, {10, 0}));
+
+    int nWithBridge = 0;
+    for (const std::vector<Side>& face : FacesOf(graph)) {
+        const auto nForward = std::count(face.begin(), face.end(), Side(pBridge->m_nId, F));
+        const auto nBackward = std::count(face.begin(), face.end(), Side(pBridge->m_nId, B));
+        EXPECT_EQ(nForward, nBackward);
+        if (nForward == 0) continue;
+        ++nWithBridge;
+        EXPECT_EQ(nForward, 1);
+        EXPECT_EQ(face.size(), 8U);
+    }
+    EXPECT_EQ(nWithBridge, 1);
+}
+
+TEST(KyGraphFaces, ALoopHasOneSide) {
+    KyGraph lone;
+    AddArc(lone, {0, 0}, {0, 0});
+    EXPECT_THAT(FacesOf(lone), ElementsAre(ElementsAre(Side(0, F))));
+
+    KyGraph graph;
+    AddArc(graph, {0, 0}, {0, 0});
+    AddArc(graph, {0, 0}, {1, 0});
+    EXPECT_THAT(FacesOf(graph), ElementsAre(ElementsAre(Side(0, F), Side(1, F), Side(1, B))));
+}
+
+TEST(KyGraphFaces, AnArcThatLostItsNodesIsOnNone) {
+    KyGraph graph;
+    AddArc(graph, {0, 0}, {1, 0});
+    (*graph.m_lstArc.GetFirst())->UnConnect();
+
+    EXPECT_THAT(FacesOf(graph), IsEmpty());
+}
+
+TEST(KyGraphFaces, AnArcThatLostOneNodeEndsThere) {
+    KyGraph graph;
+    const KyGraphArc* const pArc = AddArc(graph, {0, 0}, {1, 0});
+    pArc->m_pEnd->UnConnect();
+
+    EXPECT_THAT(FacesOf(graph), ElementsAre(ElementsAre(Side(0, F), Side(0, B))));
+}
+
+TEST(KyGraphFaces, ThePathsAreTheVisitorsToKeep) {
+    std::vector<std::unique_ptr<KyGraphPath>> paths;
+    {
+        KyGraph graph;
+        AddArc(graph, {0, 0}, {1, 0});
+        KyForEachFace(graph, [&](std::unique_ptr<KyGraphPath> pFace) { paths.push_back(std::move(pFace)); });
+    }
+
+    EXPECT_EQ(paths.at(0)->GetLength(), 2);
+}
+
+TEST(KyGraphFaces, NoFaceBeginsWhereTheCallerSaysPassed) {
+    KyGraph graph;
+    AddArc(graph, {0, 0}, {2, 0});
+    AddArc(graph, {0, 0}, {1, 1});
+    AddArc(graph, {1, 1}, {2, 0});
+    std::vector<Side> asked;
+    Faces faces;
+
+    KyForEachFace(
+        graph.m_lstArc,
+        [&](const KyGraphArc& arc, int nDir) {
+            asked.emplace_back(static_cast<const PlaneArc&>(arc).m_nId, nDir);
+            return asked.back() != Side(2, F);
+        },
+        [&](const std::unique_ptr<KyGraphPath>& pFace) { faces.push_back(SidesOf(*pFace)); });
+
+    EXPECT_THAT(asked, testing::UnorderedElementsAre(Side(0, F), Side(0, B), Side(1, F), Side(1, B),
+                                                     Side(2, F), Side(2, B)));
+    EXPECT_THAT(faces, ElementsAre(ElementsAre(Side(2, F), Side(0, B), Side(1, F))));
+}
+
+// Random graphs ---------------------------------------------------------------------------------------------
+
+/// Arcs, loops and strands beside each other among a few points: planar or not, turning is a permutation.
+void BuildAnything(KyGraph& graph) {
+    const long nArcs = *rc::gen::resize(100, rc::gen::inRange(0L, 30L));
+    const auto coordinate = rc::gen::resize(100, rc::gen::inRange(0L, 3L));
+    const auto point = rc::gen::construct<Point>(coordinate, coordinate);
+    while (graph.m_lstArc.GetLength() < nArcs) {
+        const Point from = *point;
+        const Point to = *point;
+        AddArc(graph, from, to, graph.m_lstArc.GetLength());
+    }
+    for (KyGraphArc* pArc : graph.m_lstArc) {
+        if (*rc::gen::resize(100, rc::gen::inRange(0, 20)) == 0) pArc->UnConnect();
+    }
+}
+
+RC_GTEST_PROP(KyGraphFaces, EverySideIsOnOneFaceInTheOrderOfTurning, ()) {
+    KyGraph graph;
+    BuildAnything(graph);
+    std::map<int, const KyGraphArc*> arcs;
+    std::set<Side> sides;
+    for (const KyGraphArc* pArc : graph.m_lstArc) {
+        const int nId = static_cast<const PlaneArc*>(pArc)->m_nId;
+        arcs[nId] = pArc;
+        if (pArc->m_pStart == nullptr) continue;
+        sides.emplace(nId, F);
+        if (pArc->m_pStart != pArc->m_pEnd) sides.emplace(nId, B);
+    }
+
+    const Faces faces = FacesOf(graph);
+
+    std::vector<Side> passed;
+    for (const std::vector<Side>& face : faces) {
+        passed.insert(passed.end(), face.begin(), face.end());
+        for (std::size_t i = 0; i < face.size(); ++i) {
+            const auto [nArc, nDir] = face[i];
+            const KyGraphArc* const pArc = arcs.at(nArc);
+            KyGraphNode* const pAt = nDir == F ? pArc->m_pEnd : pArc->m_pStart;
+            const std::vector<KyGraphArc*> around(pAt->m_lstArc.begin(), pAt->m_lstArc.end());
+            const auto it = std::find(around.begin(), around.end(), pArc);
+            RC_ASSERT(it != around.end());
+            const KyGraphArc* const pNext = std::next(it) != around.end() ? *std::next(it) : around.front();
+            const Side next(static_cast<const PlaneArc*>(pNext)->m_nId, pNext->m_pStart == pAt ? F : B);
+            const Side expected =
+                pNext == pArc && pArc->m_pStart != pArc->m_pEnd ? Side(nArc, 1 - nDir) : next;
+            RC_ASSERT(face[(i + 1) % face.size()] == expected);
+        }
+    }
+    RC_ASSERT(passed.size() == sides.size());
+    RC_ASSERT((std::set<Side>(passed.begin(), passed.end()) == sides));
+}
+
+RC_GTEST_PROP(KyGraphFaces, AMeshThatFindMeshClosesIsTheFace, ()) {
+    KyGraph graph;
+    BuildAnything(graph);
+
+    KyForEachFace(graph, [](const std::unique_ptr<KyGraphPath>& pFace) {
+        KyGraphArc* const pFirst = *pFace->GetFirst();
+        const std::unique_ptr<KyGraphPath> pMesh(pFirst->FindMesh(SidesOf(*pFace).front().second));
+        const std::vector<KyGraphArc*> face(pFace->begin(), pFace->end());
+        const bool bTwice = std::count(face.begin(), face.end(), pFirst) == 2;
+        const bool bDeadEnd = std::any_of(face.begin(), face.end(), [](const KyGraphArc* pArc) {
+            return pArc->m_pStart->m_lstArc.GetLength() < 2 || pArc->m_pEnd->m_lstArc.GetLength() < 2;
+        });
+        if (bTwice || bDeadEnd) return;
+        RC_ASSERT(std::vector<KyGraphArc*>(pMesh->begin(), pMesh->end()) == face);
+        RC_ASSERT(pMesh->m_pBeginNode == pFace->m_pBeginNode);
+    });
+}
+
+}  // namespace
