@@ -1,5 +1,5 @@
-# What is installed: headers, library, CMake package, pkg-config module. The copy may be moved: both find it by their
-# own place.
+# What is installed: headers, library, CMake package, pkg-config module, gdb's printers. The copy may be moved: the first
+# two find it by their own place; gdb goes by the library's.
 
 include(CMakePackageConfigHelpers)
 
@@ -36,3 +36,14 @@ if(VEXABASE_CHECKED)
 endif()
 configure_file(${CMAKE_CURRENT_LIST_DIR}/VexaBase.pc.in ${PROJECT_BINARY_DIR}/VexaBase.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/VexaBase.pc DESTINATION ${vexabase_pkgconfig_dir})
+
+# gdb looks for the loader under the real name of the library; the loader finds the printers by its own place.
+install(FILES ${PROJECT_SOURCE_DIR}/debugger/vexabase_printers.py DESTINATION ${CMAKE_INSTALL_DATADIR}/vexabase/gdb)
+if(BUILD_SHARED_LIBS)
+    get_target_property(vexabase_file_version VexaBase VERSION)
+    # The prefix is that of the moment of installation.
+    install(
+        FILES ${PROJECT_SOURCE_DIR}/debugger/libVexaBase-gdb.py
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/gdb/auto-load\${CMAKE_INSTALL_PREFIX}/${CMAKE_INSTALL_LIBDIR}
+        RENAME libVexaBase.so.${vexabase_file_version}-gdb.py)
+endif()
