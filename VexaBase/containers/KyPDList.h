@@ -83,14 +83,10 @@ public:
                  "position out of range (%ld to %ld, length %ld)", from, to, this->m_nLength);
         this->MoveTo(from);
         T*& slot = this->GetCurData();
-        T* const pObject = slot;
+        SlotGuard guard{&slot, slot};
         this->SetCurData(nullptr);
-        try {
-            this->Insert(to, pObject);
-        } catch (...) {
-            slot = pObject;
-            throw;
-        }
+        this->Insert(to, guard.m_pObject);
+        guard.m_pSlot = nullptr;
         if (from > to) {
             this->MoveTo(from + 1);
             this->DelCur();
@@ -131,6 +127,19 @@ protected:
     using List::List;
 
 private:
+    /// Puts an object back where it was taken from when its insertion elsewhere throws. (A try block would keep
+    /// programs without exceptions from including this file.)
+    struct SlotGuard {
+        ~SlotGuard() {
+            if (m_pSlot != nullptr) {
+                *m_pSlot = m_pObject;
+            }
+        }
+
+        T** m_pSlot;
+        T* m_pObject;
+    };
+
     /// Removes every null element and returns how many there were; the cursor ends on none.
     long RemoveNulls() {
         long nRemoved = 0;
