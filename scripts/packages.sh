@@ -5,7 +5,8 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 build_packages=(g++ cmake ninja-build ccache pkg-config)
 example_packages=(libcli11-dev nlohmann-json3-dev libgeos-dev tzdata)
-test_packages=(libgtest-dev libgmock-dev librapidcheck-dev locales python3 gdb)
+test_packages=(libgtest-dev libgmock-dev librapidcheck-dev locales python3 gdb abigail-tools)
+package_packages=(dpkg-dev file help2man lintian debootstrap)
 check_packages=(clang clang-format clang-tidy libclang-rt-14-dev libopenmpi-dev openmpi-bin)
 docs_packages=(doxygen graphviz)
 bench_packages=(libbenchmark-dev python3 python3-matplotlib fonts-dejavu-core)
