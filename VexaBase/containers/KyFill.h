@@ -18,7 +18,7 @@
 #include "VexaBase/containers/KyQuene.h"
 
 /// Tells the containers that own the objects of their elements from those that don't.
-struct KyOwnership {
+class KyOwnership {
     template <class T>
     static std::true_type Of(const KyDynPArray<T>*);
     template <class T, class List>
@@ -26,6 +26,11 @@ struct KyOwnership {
     template <class T>
     static std::true_type Of(const KyPDListQuene<T>*);
     static std::false_type Of(const void*);
+
+public:
+    /// True for a container that deletes its objects.
+    template <class Container>
+    static constexpr bool bOwning = decltype(Of(static_cast<Container*>(nullptr)))::value;
 };
 
 /// Deletes the objects in a run of elements as it goes out of scope, those that were handed on excepted.
@@ -39,8 +44,8 @@ struct KyFillRest {
         }
     }
 
-    const T* m_pFirst;
-    const T* m_pEnd;
+    const T* m_pFirst;  // the first that was not handed on
+    const T* m_pEnd;    // behind the last
 };
 
 /// Makes the container, an array or a list, hold exactly these elements, as Reset and then the container's
@@ -54,8 +59,8 @@ template <class Container>
 auto KyFill(Container& container, std::initializer_list<typename Container::value_type> elements)
     -> std::enable_if_t<std::is_base_of_v<KyDynArrayBase<typename Container::value_type>, Container>,
                         Container&> {
-    KyFillRest<typename Container::value_type, decltype(KyOwnership::Of(&container))::value> rest{
-        elements.begin(), elements.end()};
+    KyFillRest<typename Container::value_type, KyOwnership::bOwning<Container>> rest{elements.begin(),
+                                                                                     elements.end()};
     container.Reset();
     for (; rest.m_pFirst != rest.m_pEnd; ++rest.m_pFirst) {
         container.Append(*rest.m_pFirst);
@@ -68,8 +73,7 @@ auto KyFill(Container& container, std::initializer_list<typename Container::valu
 template <class Quene>
 auto KyFill(Quene& quene, std::initializer_list<typename Quene::value_type> entries)
     -> std::enable_if_t<std::is_base_of_v<KyQuene<typename Quene::value_type>, Quene>, Quene&> {
-    KyFillRest<typename Quene::value_type, decltype(KyOwnership::Of(&quene))::value> rest{entries.begin(),
-                                                                                          entries.end()};
+    KyFillRest<typename Quene::value_type, KyOwnership::bOwning<Quene>> rest{entries.begin(), entries.end()};
     quene.Reset();
     while (rest.m_pFirst != rest.m_pEnd && quene.EnQuene(*rest.m_pFirst)) {
         ++rest.m_pFirst;

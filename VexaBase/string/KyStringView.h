@@ -28,6 +28,7 @@ inline std::wstring_view KyViewOf(const wchar_t* s) {
     return s != nullptr ? std::wstring_view(s) : std::wstring_view();
 }
 
+/// The view itself, or that of any string that converts to one. O(1).
 inline std::wstring_view KyViewOf(std::wstring_view s) { return s; }
 
 /// True for a KyString and whatever KyViewOf takes.

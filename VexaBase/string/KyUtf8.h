@@ -14,6 +14,7 @@
 
 #include "VexaBase/string/KyString.h"
 
+/// What stands for text that is not valid.
 constexpr wchar_t KyReplacementCharacter = 0xFFFD;
 
 /// The character that begins at pText, which moves past it. Bytes that are no character of UTF-8 (truncated,
