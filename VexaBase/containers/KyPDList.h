@@ -23,12 +23,16 @@ public:
 
     ~KyOwningList() override { ReleaseAll(); }
 
-    /// Deletes every object and frees every element: length 0, cursor on none. O(length).
+    /// Deletes every object and frees every element, one after the other: length 0, cursor on none. O(length).
     void Reset() override {
-        for (T*& pObject : *this) {
-            delete pObject;
-            pObject = nullptr;
+        KyListNode<T*>* const pHead = this->m_pHead;
+        while (pHead->m_pNext != pHead) {
+            KyListNode<T*>* const pNode = pHead->m_pNext;
+            this->Link(pHead, pNode->m_pNext);
+            delete pNode->m_data;
+            delete static_cast<KyDListNode<T*>*>(pNode);
         }
+        this->m_pTail = pHead;
         List::Reset();
     }
 

@@ -1,6 +1,7 @@
 // The owning list: who is destroyed, when, and how often. The indexed owning list shares all of it.
 #include "VexaBase/containers/KyPDList.h"
 
+#include <iterator>
 #include <memory>
 #include <new>
 #include <type_traits>
@@ -53,6 +54,17 @@ struct Plain {
     ~Plain() { ++*m_pCount; }
 
     long* m_pCount;
+};
+
+/// An object that, when it is destroyed, counts the elements still linked in its list.
+struct Witness {
+    Witness(const KyPDList<Witness>& list, std::vector<long>* pCounts) : m_list(list), m_pCounts(pCounts) {}
+    Witness(const Witness&) = delete;
+    Witness& operator=(const Witness&) = delete;
+    ~Witness() { m_pCounts->push_back(static_cast<long>(std::distance(m_list.begin(), m_list.end()))); }
+
+    const KyPDList<Witness>& m_list;
+    std::vector<long>* m_pCounts;
 };
 
 }  // namespace
@@ -472,6 +484,20 @@ TEST(KyPDList, DestroysObjectsWithoutAVirtualDestructor) {
         EXPECT_EQ(nDestroyed, 1);
     }
     EXPECT_EQ(nDestroyed, 2);
+}
+
+TEST(KyPDList, ResetFreesEachElementWithItsObject) {
+    std::vector<long> counts;
+    KyPDList<Witness> list;
+    for (int i = 0; i < 3; ++i) {
+        list.Append(new Witness(list, &counts));
+    }
+
+    list.Reset();
+
+    EXPECT_THAT(counts, ElementsAre(2, 1, 0));
+    EXPECT_EQ(list.GetLength(), 0);
+    EXPECT_EQ(list.GetFirst(), nullptr);
 }
 
 TEST(KyPDList, BuildsItsEditingFromCursorOperations) {
