@@ -18,6 +18,7 @@
 #pragma once
 
 #include <iterator>
+#include <limits>
 #include <memory>
 #include <utility>
 
@@ -258,7 +259,7 @@ public:
     /// Inserts x at position i; at the head when i is outside 0 .. length, deliberately no error. The cursor
     /// ends on x.
     void Insert(long i, const T& x) override {
-        this->MoveTo(i - 1);
+        this->MoveTo(i != std::numeric_limits<long>::min() ? i - 1 : i);
         this->InsertAfterCur(x);
     }
 

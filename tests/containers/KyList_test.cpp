@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 #include <memory>
 #include <new>
 #include <numeric>
@@ -266,7 +267,8 @@ TEST_P(EveryList, InsertPutsTheElementAtItsPositionAndTheCursorOnIt) {
 }
 
 TEST_P(EveryList, InsertOutsideTheListPutsTheElementFirst) {
-    for (const long i : {-7L, -1L, 4L, 8L}) {
+    for (const long i :
+         {std::numeric_limits<long>::min(), -7L, -1L, 4L, 8L, std::numeric_limits<long>::max()}) {
         KyList<long>& list = New();
         Fill(list, {0, 1, 2});
 
