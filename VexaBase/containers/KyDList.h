@@ -30,8 +30,11 @@ public:
     using iterator = KyListIterator<T, Node>;
     using const_iterator = KyListIterator<const T, Node>;
 
+    /// An empty list.
+    KyDList() : KyDList(0) {}
+
     /// Starts with n default elements and the cursor on none. O(n).
-    explicit KyDList(long n = 0) : KyDList(AroundSentinel{}, new Node{{T(), nullptr}, nullptr}) {
+    explicit KyDList(long n) : KyDList(AroundSentinel{}, new Node{{T(), nullptr}, nullptr}) {
         this->AppendDefaults(n);
     }
 

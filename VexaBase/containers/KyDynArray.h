@@ -139,9 +139,12 @@ public:
     using iterator = T*;
     using const_iterator = const T*;
 
+    /// An empty array without a block.
+    KyDynArray() : KyDynArray(0) {}
+
     /// An empty array that reserves nCapacity elements (no block when that is 0 or less) and grows by
     /// nGrowBy.
-    explicit KyDynArray(long nCapacity = 0, long nGrowBy = 1024) : m_nGrowBy(nGrowBy) {
+    explicit KyDynArray(long nCapacity, long nGrowBy = 1024) : m_nGrowBy(nGrowBy) {
         if (nCapacity > 0) {
             m_pData = new T[static_cast<std::size_t>(nCapacity)];
             m_nCapacity = nCapacity;

@@ -16,8 +16,11 @@
 template <class T>
 class KY_API KyDynPArray : public KyDynArray<T*> {
 public:
+    /// An empty array without a block.
+    KyDynPArray() : KyDynPArray(0) {}
+
     /// An empty array that reserves nCapacity slots and grows by nGrowBy.
-    explicit KyDynPArray(long nCapacity = 0, long nGrowBy = 1024) : KyDynArray<T*>(nCapacity, nGrowBy) {}
+    explicit KyDynPArray(long nCapacity, long nGrowBy = 1024) : KyDynArray<T*>(nCapacity, nGrowBy) {}
 
     /// Makes the array n slots long: deletes the objects cut off, in ascending order, or adds null slots. The
     /// block grows as in KyDynArray (a failed growth too) and never shrinks. Requires n >= 0.

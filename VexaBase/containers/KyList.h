@@ -102,8 +102,11 @@ public:
     using iterator = KyListIterator<T, Node>;
     using const_iterator = KyListIterator<const T, Node>;
 
+    /// An empty list.
+    KyList() : KyList(0) {}
+
     /// Starts with n default elements and the cursor on none. O(n).
-    explicit KyList(long n = 0) : KyList(AroundSentinel{}, new Node{T(), nullptr}) { AppendDefaults(n); }
+    explicit KyList(long n) : KyList(AroundSentinel{}, new Node{T(), nullptr}) { AppendDefaults(n); }
 
     /// Lengthens the list to n elements by appending T(); a list never shrinks here. The cursor stays. The
     /// elements appended by the time an exception comes out stay too. O(n - length).

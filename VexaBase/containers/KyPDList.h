@@ -181,6 +181,9 @@ private:
 template <class T>
 class KY_API KyPDList : public KyOwningList<T, KyDList<T*>> {
 public:
+    /// An empty list.
+    KyPDList() : KyPDList(0) {}
+
     /// Starts with n null elements and the cursor on none. O(n).
-    explicit KyPDList(long n = 0) : KyOwningList<T, KyDList<T*>>(n) {}
+    explicit KyPDList(long n) : KyOwningList<T, KyDList<T*>>(n) {}
 };

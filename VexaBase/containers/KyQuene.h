@@ -14,8 +14,11 @@
 template <class T>
 class KY_API KyQuene {
 public:
+    /// An unbounded queue.
+    KyQuene() : KyQuene(-1) {}
+
     /// A queue of at most nMaxLength entries; negative: unbounded.
-    explicit KyQuene(long nMaxLength = -1) : m_nMaxLength(nMaxLength) {}
+    explicit KyQuene(long nMaxLength) : m_nMaxLength(nMaxLength) {}
     KyQuene(const KyQuene&) = delete;
     KyQuene& operator=(const KyQuene&) = delete;
 
@@ -54,8 +57,11 @@ public:
     using iterator = typename List::iterator;
     using const_iterator = typename List::const_iterator;
 
+    /// An unbounded queue.
+    KyQueneOver() : KyQueneOver(-1) {}
+
     /// A queue of at most nMaxLength entries; negative: unbounded.
-    explicit KyQueneOver(long nMaxLength = -1) : KyQuene<T>(nMaxLength) {}
+    explicit KyQueneOver(long nMaxLength) : KyQuene<T>(nMaxLength) {}
 
     /// Empties the queue, as its list's Reset does. O(length).
     void Reset() override { m_list.Reset(); }
@@ -113,8 +119,11 @@ public:
 template <class T>
 class KY_API KyListQuene : public KyQueneOver<T, KyList<T>> {
 public:
+    /// An unbounded queue.
+    KyListQuene() : KyListQuene(-1) {}
+
     /// A queue of at most nMaxLength entries; negative: unbounded.
-    explicit KyListQuene(long nMaxLength = -1) : KyQueneOver<T, KyList<T>>(nMaxLength) {}
+    explicit KyListQuene(long nMaxLength) : KyQueneOver<T, KyList<T>>(nMaxLength) {}
 
     /// O(1).
     bool DeQuene(T& out) override {
@@ -133,8 +142,11 @@ public:
 template <class T>
 class KY_API KyPDListQuene : public KyQueneOver<T*, KyPDList<T>> {
 public:
+    /// An unbounded queue.
+    KyPDListQuene() : KyPDListQuene(-1) {}
+
     /// A queue of at most nMaxLength entries; negative: unbounded.
-    explicit KyPDListQuene(long nMaxLength = -1) : KyQueneOver<T*, KyPDList<T>>(nMaxLength) {}
+    explicit KyPDListQuene(long nMaxLength) : KyQueneOver<T*, KyPDList<T>>(nMaxLength) {}
 
     /// The caller owns the object from now on. O(1).
     bool DeQuene(T*& out) override {

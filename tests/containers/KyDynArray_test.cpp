@@ -16,6 +16,7 @@
 #include "AllocationLog.h"
 #include "CallRecorder.h"
 #include "TestElements.h"
+#include "VexaBase/containers/KyDynPArray.h"
 
 namespace {
 
@@ -440,6 +441,22 @@ TEST(KyDynArray, SetCurDataAssignsOnce) {
     EXPECT_EQ(watch.Copies(), 1);
     EXPECT_THAT(array, ElementsAre(Fragile(1), Fragile(2), Fragile(9)));
     EXPECT_EQ(array.m_nCurIndex, 2);
+}
+
+TEST(KyDynArray, IsMadeFromEmptyBraces) {
+    struct Arrays {
+        KyDynArray<long> m_values;
+        KyDynPArray<long> m_objects;
+    };
+
+    const Arrays arrays = {};
+
+    EXPECT_EQ(arrays.m_values.m_pData, nullptr);
+    EXPECT_EQ(arrays.m_values.m_nGrowBy, 1024);
+    EXPECT_EQ(arrays.m_objects.m_pData, nullptr);
+    EXPECT_EQ(arrays.m_objects.m_nGrowBy, 1024);
+    EXPECT_FALSE((std::is_convertible_v<long, KyDynArray<long>>));
+    EXPECT_FALSE((std::is_convertible_v<long, KyDynPArray<long>>));
 }
 
 TEST(KyDynArray, GetFirstAndGetLastOfAnEmptyArrayAreNullEvenWithABlock) {

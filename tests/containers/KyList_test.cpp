@@ -979,6 +979,23 @@ TEST(KyList, StartsWithTheNumberOfDefaultElementsAskedFor) {
     EXPECT_TRUE(IsSound(list));
 }
 
+TEST(KyList, IsMadeFromEmptyBracesAsEveryListIs) {
+    struct Lists {
+        KyList<long> m_single;
+        KyDList<long> m_double;
+        KyPDList<long> m_owning;
+    };
+
+    const Lists lists = {};
+
+    EXPECT_EQ(lists.m_single.m_pTail, lists.m_single.m_pHead);
+    EXPECT_EQ(lists.m_double.m_pTail, lists.m_double.m_pHead);
+    EXPECT_EQ(lists.m_owning.m_pTail, lists.m_owning.m_pHead);
+    EXPECT_FALSE((std::is_convertible_v<long, KyList<long>>));
+    EXPECT_FALSE((std::is_convertible_v<long, KyDList<long>>));
+    EXPECT_FALSE((std::is_convertible_v<long, KyPDList<long>>));
+}
+
 TEST(KyList, StartsEmptyWhenAskedForNoElementOrFewer) {
     EXPECT_THAT(KyList<long>(0), ElementsAre());
     EXPECT_THAT(KyList<long>(-4), ElementsAre());

@@ -323,6 +323,20 @@ TEST(KyListQuene, HoldsValues) {
     EXPECT_THAT(Drain(queue), ElementsAre(3, 1, 2));
 }
 
+TEST(KyListQuene, IsMadeFromEmptyBracesAsEveryQueueIs) {
+    struct EmptyQueues {
+        KyListQuene<long> m_values;
+        KyPDListQuene<long> m_objects;
+    };
+
+    const EmptyQueues queues = {};
+
+    EXPECT_EQ(queues.m_values.m_nMaxLength, -1);
+    EXPECT_EQ(queues.m_objects.m_nMaxLength, -1);
+    EXPECT_FALSE((std::is_convertible_v<long, KyListQuene<long>>));
+    EXPECT_FALSE((std::is_convertible_v<long, KyPDListQuene<long>>));
+}
+
 TEST(KyListQuene, LeavesTheOutputAloneWhenEmpty) {
     KyListQuene<long> queue;
     long nOut = 42;
