@@ -34,8 +34,11 @@ public:
     /// The type of every node; the sentinel's is derived from it.
     using Node = KyDListNode<T>;
 
+    /// An empty list with an index entry for every 64th node.
+    KyXList() : KyXList(64) {}
+
     /// An empty list with an index entry for every nStep-th node. Requires nStep > 0.
-    explicit KyXList(long nStep = 64) : KyDList<T>(AroundSentinel{}, new Sentinel), m_nStep(nStep) {
+    explicit KyXList(long nStep) : KyDList<T>(AroundSentinel{}, new Sentinel), m_nStep(nStep) {
         KY_CHECK(nStep > 0, "KyXList::KyXList", "no step (%ld)", nStep);
     }
 
@@ -298,8 +301,11 @@ private:
 template <class T>
 class KY_API KyPXList : public KyOwningList<T, KyXList<T*>> {
 public:
+    /// An empty list with an index entry for every 64th node.
+    KyPXList() : KyPXList(64) {}
+
     /// An empty list with an index entry for every nStep-th node. Requires nStep > 0.
-    explicit KyPXList(long nStep = 64) : KyOwningList<T, KyXList<T*>>(nStep) {}
+    explicit KyPXList(long nStep) : KyOwningList<T, KyXList<T*>>(nStep) {}
 
     /// Searches a list that is sorted by x.Cmp(object) for an object that compares equal to x, by bisection
     /// between the positions first and last, clamped to the list. True with the cursor on such an object;

@@ -177,6 +177,20 @@ TEST(KyXList, TheArgumentOfTheConstructorIsTheStep) {
     EXPECT_EQ(KyPXList<Owned>(3).m_nStep, 3);
 }
 
+TEST(KyXList, IsMadeFromEmptyBraces) {
+    struct Lists {
+        KyXList<long> m_values;
+        KyPXList<long> m_objects;
+    };
+
+    const Lists lists = {};
+
+    EXPECT_EQ(lists.m_values.m_nStep, 64);
+    EXPECT_EQ(lists.m_objects.m_nStep, 64);
+    EXPECT_FALSE((std::is_convertible_v<long, KyXList<long>>));
+    EXPECT_FALSE((std::is_convertible_v<long, KyPXList<long>>));
+}
+
 TEST(KyXList, StandsEmptyOnItsSentinelUnderEveryStep) {
     KyXList<long> list(3);
 
