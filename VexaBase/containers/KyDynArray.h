@@ -110,10 +110,17 @@ void KySortByRank(T* pData, long nLength, IsAfter isAfter) {
         return;
     }
     KyMakeRanksDistinct(pRank, nLength);
+    long i = 0;
+    while (i < nLength && pRank[i] == i) {
+        ++i;
+    }
+    if (i == nLength) {
+        return;
+    }
     // Carries elements by default construction and assignment, which is all that an element type must have.
     T carry;
     T saved;
-    for (long i = 0; i < nLength; ++i) {
+    for (; i < nLength; ++i) {
         if (pRank[i] == i) {
             continue;
         }

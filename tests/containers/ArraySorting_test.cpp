@@ -57,6 +57,18 @@ struct Noting {
     }
 };
 
+// An element that counts how often one was made.
+struct Made {
+    Made(long nKey = 0) : m_nKey(nKey) { ++s_nMade; }
+
+    friend bool operator>(const Made& a, const Made& b) { return a.m_nKey > b.m_nKey; }
+    friend bool operator<(const Made& a, const Made& b) { return a.m_nKey < b.m_nKey; }
+
+    long m_nKey;
+
+    inline static long s_nMade = 0;
+};
+
 // Every pair i < j of n elements, i ascending, then j: what the sort asks.
 std::vector<std::pair<long, long>> AllPairs(long n) {
     std::vector<std::pair<long, long>> pairs;
@@ -381,6 +393,16 @@ TEST(ArraySorting, ElementsThatStandRightAreNotAssigned) {
 
     EXPECT_EQ(watch.Copies(), 0);
     EXPECT_EQ(watch.Live(), 0);
+}
+
+TEST(ArraySorting, NoElementIsMadeWhereAllStandRight) {
+    KyDynArray<Made> array;
+    Fill(array, {1, 2, 2, 3});
+    const long nBefore = Made::s_nMade;
+
+    array.Sort(true);
+
+    EXPECT_EQ(Made::s_nMade, nBefore);
 }
 
 TEST(ArraySorting, EachElementIsCarriedAlongItsCycleInNoMoreThanThreeCopies) {
