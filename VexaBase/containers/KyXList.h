@@ -353,7 +353,11 @@ private:
 
     /// The search by the stated steps. Every move of the cursor is a virtual call.
     bool FindByMoves(const T& x, long first, long last) {
-        if (first == 0 && this->m_nLength != 0) {
+        if (this->m_nLength == 0) {
+            this->SetCursor(this->m_pHead, -1);
+            return false;
+        }
+        if (first == 0) {
             this->m_arrIndex.m_nCurIndex = 0;
             this->MoveToFirst();
         } else {

@@ -55,8 +55,11 @@ public:
 /// A receiver.
 class KY_API KyEventReactor {
 public:
+    /// A receiver of every event; it is not registered yet.
+    KyEventReactor() : KyEventReactor(0) {}
+
     /// A receiver of the kinds of event given; it is not registered yet.
-    explicit KyEventReactor(unsigned int nMask = 0);
+    explicit KyEventReactor(unsigned int nMask);
 
     /// The handler. The name is the channel's own copy and valid during the call; pData is the sender's
     /// pointer.

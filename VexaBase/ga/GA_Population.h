@@ -57,8 +57,11 @@ public:
 
 class KY_API GA_Population : public GA_IndividualList {
 public:
+    /// Starts empty, at generation 0, with both settings 0.
+    GA_Population() : GA_Population(0) {}
+
     /// Starts empty, at generation 0.
-    explicit GA_Population(long nPopSize = 0, long nMutationRate = 0);
+    explicit GA_Population(long nPopSize, long nMutationRate = 0);
 
     ~GA_Population() override;
 

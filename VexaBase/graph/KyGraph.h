@@ -24,8 +24,11 @@
 
 class KY_API KyGraph {
 public:
+    /// An empty graph whose two lists index every 4096th element.
+    KyGraph() : KyGraph(4096) {}
+
     /// An empty graph whose two lists index every nStep-th element. Requires nStep > 0.
-    explicit KyGraph(long nStep = 4096);
+    explicit KyGraph(long nStep);
     KyGraph(const KyGraph&) = delete;
     KyGraph& operator=(const KyGraph&) = delete;
 

@@ -18,9 +18,11 @@ public:
     /// Directions of FindMesh: along the arc, or against it.
     enum { Forward = 0, Backward = 1 };
 
+    /// An arc without ends.
+    KyGraphArc() : KyGraphArc(nullptr) {}
+
     /// An arc with the given ends, listed at neither.
-    explicit KyGraphArc(KyGraphNode* pStart = nullptr, KyGraphNode* pEnd = nullptr)
-        : m_pStart(pStart), m_pEnd(pEnd) {}
+    explicit KyGraphArc(KyGraphNode* pStart, KyGraphNode* pEnd = nullptr) : m_pStart(pStart), m_pEnd(pEnd) {}
 
     /// Takes the arc off both its nodes.
     ~KyGraphArc() override;

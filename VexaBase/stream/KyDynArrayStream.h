@@ -23,8 +23,11 @@
 
 class KY_API KyDynArrayStream : public KyStream {
 public:
+    /// An empty stream that reserves nothing.
+    KyDynArrayStream() : KyDynArrayStream(0) {}
+
     /// An empty stream that reserves nCapacity bytes (none when that is 0 or less) and grows by 1024.
-    explicit KyDynArrayStream(long nCapacity = 0);
+    explicit KyDynArrayStream(long nCapacity);
 
     /// Empties the stream and keeps its storage: MoveTo(0), length 0, the bytes' cursor -1. O(1).
     void Reset() override;

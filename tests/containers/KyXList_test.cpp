@@ -96,6 +96,9 @@ Search SearchByTheSteps(const std::vector<long>& keys, long x, long first, long 
         const long nKey = keys[static_cast<std::size_t>(search.nCursor)];
         return x < nKey ? -1 : x > nKey ? 1 : 0;
     };
+    if (nLength == 0) {
+        return search;
+    }
     long lo = std::min(std::max(first, 0L), nLength);
     long hi = std::min(last, nLength - 1);
     moveTo(lo);

@@ -539,4 +539,17 @@ TEST(KyEventReactor, TheTableHoldsReactThenTheDestructorsAndTheMaskStandsBehindI
     EXPECT_TRUE((std::is_same_v<decltype(probe.m_nMask), unsigned int>));
 }
 
+TEST(KyEventReactor, ADerivedOneIsMadeFromEmptyBraces) {
+    struct Deaf : KyEventReactor {
+        void React(const wchar_t* /*pszName*/, void* /*pData*/) override {}
+    };
+    struct Holder {
+        Deaf m_reactor;
+    };
+
+    const Holder holder = {};
+
+    EXPECT_EQ(holder.m_reactor.m_nMask, 0u);
+}
+
 }  // namespace

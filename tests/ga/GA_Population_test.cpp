@@ -348,4 +348,15 @@ RC_GTEST_PROP(AppendProperty, AgreesWithABisectionOfAVector, ()) {
     }
 }
 
+TEST(GA_Population, IsMadeFromEmptyBraces) {
+    struct Holder {
+        GA_Population m_population;
+    };
+
+    const Holder holder = {};
+
+    EXPECT_EQ(holder.m_population.m_nPopSize, 0);
+    EXPECT_EQ(holder.m_population.m_nMutationRate, 0);
+}
+
 }  // namespace

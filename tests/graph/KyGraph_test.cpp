@@ -1230,4 +1230,18 @@ TEST(KyGraph, AThrowInAMergeLeavesTheCallerTheNode) {
     EXPECT_THAT(NodesOf(graph), ElementsAre("1: 10"));
 }
 
+TEST(KyGraph, IsMadeFromEmptyBracesAsAnArcIs) {
+    struct Plan {
+        KyGraphArc m_arc;
+        KyGraph m_graph;
+    };
+
+    const Plan plan = {};
+
+    EXPECT_EQ(plan.m_arc.m_pStart, nullptr);
+    EXPECT_EQ(plan.m_arc.m_pEnd, nullptr);
+    EXPECT_EQ(plan.m_graph.m_lstNode.m_nStep, KyGraph().m_lstNode.m_nStep);
+    EXPECT_EQ(plan.m_graph.m_lstArc.m_nLength, 0);
+}
+
 }  // namespace

@@ -494,4 +494,15 @@ RC_GTEST_PROP(KyDynArrayStreamModel, AnySequenceOfOperationsFollowsTheByteByByte
     }
 }
 
+TEST(KyDynArrayStream, IsMadeFromEmptyBraces) {
+    struct Holder {
+        KyDynArrayStream m_stream;
+    };
+
+    const Holder holder = {};
+
+    EXPECT_EQ(holder.m_stream.m_bytes.m_nCapacity, 0);
+    EXPECT_EQ(holder.m_stream.m_bytes.m_nGrowBy, 1024);
+}
+
 }  // namespace
