@@ -88,6 +88,29 @@ struct KyIsWrongComparison {
     static constexpr bool value = bAnyPointer && !(std::is_convertible_v<F, Comparisons> || ...);
 };
 
+/// Undoes something at the end of its scope unless it is dismissed, as a catch block that throws on would. (That would
+/// keep the containers from programs that are compiled without exceptions.)
+template <class Undo>
+class KyUndo {
+public:
+    /// Does so by calling `undo`, which must not throw.
+    explicit KyUndo(Undo undo) : m_undo(undo) {}
+    KyUndo(const KyUndo&) = delete;
+    KyUndo& operator=(const KyUndo&) = delete;
+    ~KyUndo() {
+        if (m_bWanted) {
+            m_undo();
+        }
+    }
+
+    /// What was done stays.
+    void Dismiss() { m_bWanted = false; }
+
+private:
+    Undo m_undo;
+    bool m_bWanted = true;
+};
+
 /// Forward iterator over any container of the protocol, by GetNext. It does not touch the cursor.
 template <class T, class Element>
 class KyProtocolIterator {

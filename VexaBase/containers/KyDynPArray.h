@@ -125,13 +125,10 @@ public:
         }
         this->MoveTo(from);
         T* const p = this->GetCurData();
+        KyUndo putBack([this, from, p] { this->m_pData[from] = p; });
         this->SetCurData(nullptr);
-        try {
-            this->Insert(to, p);
-        } catch (...) {
-            this->m_pData[from] = p;
-            throw;
-        }
+        this->Insert(to, p);
+        putBack.Dismiss();
         if (from > to) {
             this->MoveTo(from + 1);
             this->DelCur();

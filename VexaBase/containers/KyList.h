@@ -249,14 +249,13 @@ public:
         const long nCurIndex = this->m_nCurIndex;
         const long nLength = this->m_nLength;
         this->MoveToPre();
-        try {
-            this->InsertAfterCur(x);
-        } catch (...) {
+        KyUndo moveBack([this, pCurNode, nCurIndex, nLength] {
             if (this->m_nLength == nLength) {
                 SetCursor(pCurNode, nCurIndex);
             }
-            throw;
-        }
+        });
+        this->InsertAfterCur(x);
+        moveBack.Dismiss();
     }
 
     /// Inserts x at position i; at the head when i is outside 0 .. length, deliberately no error. The cursor

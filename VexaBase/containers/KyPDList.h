@@ -57,19 +57,16 @@ public:
         }
         long nNulls = RemoveNulls();
         using Order = KyElementOrder<T>;
-        try {
-            if (bAscending) {
-                SortObjects([](T& e, T& x) { return Order::IsGreater(e, x); });
-            } else {
-                SortObjects([](T& e, T& x) { return Order::IsLess(e, x); });
-            }
-            for (; nNulls > 0; --nNulls) {
-                this->Append(nullptr);
-            }
-        } catch (...) {
-            TryToAppendNulls(nNulls);
-            throw;
+        KyUndo putBack([this, &nNulls] { TryToAppendNulls(nNulls); });
+        if (bAscending) {
+            SortObjects([](T& e, T& x) { return Order::IsGreater(e, x); });
+        } else {
+            SortObjects([](T& e, T& x) { return Order::IsLess(e, x); });
         }
+        for (; nNulls > 0; --nNulls) {
+            this->Append(nullptr);
+        }
+        putBack.Dismiss();
     }
 
     /// Sorts by comparing the pointers themselves, and deletes each object that moves: an inherited slot that
@@ -87,10 +84,11 @@ public:
                  "position out of range (%ld to %ld, length %ld)", from, to, this->m_nLength);
         this->MoveTo(from);
         T*& slot = this->GetCurData();
-        SlotGuard guard{&slot, slot};
+        T* const pObject = slot;
+        KyUndo putBack([&slot, pObject] { slot = pObject; });
         this->SetCurData(nullptr);
-        this->Insert(to, guard.m_pObject);
-        guard.m_pSlot = nullptr;
+        this->Insert(to, pObject);
+        putBack.Dismiss();
         if (from > to) {
             this->MoveTo(from + 1);
             this->DelCur();
@@ -131,19 +129,6 @@ protected:
     using List::List;
 
 private:
-    /// Puts an object back where it was taken from when its insertion elsewhere throws. (A try block would keep
-    /// programs without exceptions from including this file.)
-    struct SlotGuard {
-        ~SlotGuard() {
-            if (m_pSlot != nullptr) {
-                *m_pSlot = m_pObject;
-            }
-        }
-
-        T** m_pSlot;
-        T* m_pObject;
-    };
-
     /// Removes every null element and returns how many there were; the cursor ends on none.
     long RemoveNulls() {
         long nRemoved = 0;
@@ -159,7 +144,8 @@ private:
     }
 
     /// Appends n nulls, or as many as there is memory for.
-    void TryToAppendNulls(long n) noexcept {
+    void TryToAppendNulls([[maybe_unused]] long n) noexcept {
+#if defined(__cpp_exceptions)  // without, nothing calls this
         try {
             for (; n > 0; --n) {
                 this->Append(nullptr);
@@ -167,6 +153,7 @@ private:
         } catch (...) {
             return;
         }
+#endif
     }
 
     /// The list's sort by a rule about objects. The moved object belongs to its new element before its old
