@@ -2,18 +2,12 @@
 
 #include <algorithm>
 #include <cwchar>
-#include <locale>
-#include <nlohmann/json.hpp>
 
 #include "VexaBase/string/CompareLabel.h"
+#include "VexaBase/string/KyUtf8.h"
 
 namespace faces {
 namespace {
-
-using Utf8 = std::codecvt<char32_t, char, std::mbstate_t>;
-constexpr char32_t Replacement = 0xFFFD;
-
-bool IsCharacter(char32_t ch) { return ch <= 0x10FFFF && (ch < 0xD800 || ch >= 0xE000); }
 
 KyString InOneLine(KyString text) {
     std::replace_if(
@@ -28,37 +22,12 @@ bool ComesBefore(const KyString& a, const KyString& b) {
 
 }  // namespace
 
-std::string ValidUtf8(const std::string& strText) {
-    // The JSON writer knows how to replace what is no UTF-8.
-    using Json = nlohmann::json;
-    return Json::parse(Json(strText).dump(-1, ' ', false, Json::error_handler_t::replace)).get<std::string>();
-}
+std::string ValidUtf8(const std::string& strText) { return KyToUtf8(KyFromUtf8(strText)); }
 
 KyString FromUtf8(const std::string& strText) {
-    const std::string strValid = ValidUtf8(strText);
-    std::vector<char32_t> characters(strValid.size());
-    std::mbstate_t state{};
-    const char* pFrom = strValid.data();
-    char32_t* pTo = characters.data();
-    std::use_facet<Utf8>(std::locale::classic())
-        .in(state, pFrom, pFrom + strValid.size(), pFrom, pTo, pTo + characters.size(), pTo);
-    std::wstring text(characters.data(), pTo);
-    std::replace(text.begin(), text.end(), L'\0', static_cast<wchar_t>(Replacement));
-    return {text.c_str()};
-}
-
-std::string ToUtf8(const KyString& text) {
-    std::u32string characters(text.begin(), text.end());
-    std::replace_if(
-        characters.begin(), characters.end(), [](char32_t ch) { return !IsCharacter(ch); }, Replacement);
-    std::string strText(4 * characters.size(), '\0');
-    std::mbstate_t state{};
-    const char32_t* pFrom = characters.data();
-    char* pTo = strText.data();
-    std::use_facet<Utf8>(std::locale::classic())
-        .out(state, pFrom, pFrom + characters.size(), pFrom, pTo, pTo + strText.size(), pTo);
-    strText.resize(static_cast<std::size_t>(pTo - strText.data()));
-    return strText;
+    KyString text = KyFromUtf8(strText);
+    std::replace(text.begin(), text.end(), L'\0', KyReplacementCharacter);
+    return text;
 }
 
 std::vector<std::string> SortedAsLabels(const std::vector<std::string>& names) {
@@ -71,7 +40,7 @@ std::vector<std::string> SortedAsLabels(const std::vector<std::string>& names) {
     std::vector<std::string> sorted;
     sorted.reserve(labels.size());
     for (const KyString& label : labels) {
-        sorted.push_back(ToUtf8(label));
+        sorted.push_back(KyToUtf8(label));
     }
     sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
     return sorted;

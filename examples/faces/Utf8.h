@@ -1,4 +1,4 @@
-// Names between the files, which have UTF-8, and KyString, which has a character of Unicode an element.
+// Names out of files: in valid UTF-8, and in the order of labels.
 #pragma once
 
 #include <string>
@@ -13,9 +13,6 @@ std::string ValidUtf8(const std::string& strText);
 
 /// Never fails: U+FFFD takes the place of what is no UTF-8, and of U+0000, at which a wide string would end.
 KyString FromUtf8(const std::string& strText);
-
-/// U+FFFD takes the place of what is no character of Unicode, surrogates included.
-std::string ToUtf8(const KyString& text);
 
 /// The names in the order of labels ("Ward 9" before "Ward 10"), those that order equal by character code;
 /// each once, control characters replaced by spaces so that each fits a line.

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include "VexaBase/string/KyUtf8.h"
 #include "examples/faces/Utf8.h"
 
 namespace faces {
@@ -17,23 +18,23 @@ TEST(FacesUtf8, ACharacterOfUnicodeIsOneElementHoweverManyBytesItHas) {
 
     EXPECT_EQ(std::wstring(text.c_str()), L"a\u00ce\u20ac\U0001f5fa");
     EXPECT_EQ(text.GetLength(), 4);
-    EXPECT_EQ(ToUtf8(text), "a\xc3\x8e\xe2\x82\xac\xf0\x9f\x97\xba");
+    EXPECT_EQ(KyToUtf8(text), "a\xc3\x8e\xe2\x82\xac\xf0\x9f\x97\xba");
 }
 
 TEST(FacesUtf8, NothingIsNothing) {
     EXPECT_EQ(FromUtf8("").GetLength(), 0);
-    EXPECT_EQ(ToUtf8(KyString()), "");
+    EXPECT_EQ(KyToUtf8(KyString()), "");
 }
 
 TEST(FacesUtf8, WhatIsNoUtf8IsReplaced) {
-    EXPECT_EQ(ToUtf8(FromUtf8("a\xffz")), "a" + replacement + "z");
-    EXPECT_EQ(ToUtf8(FromUtf8("a\xc3")), "a" + replacement);
+    EXPECT_EQ(KyToUtf8(FromUtf8("a\xffz")), "a" + replacement + "z");
+    EXPECT_EQ(KyToUtf8(FromUtf8("a\xc3")), "a" + replacement);
     EXPECT_EQ(ValidUtf8("a\xc3z"), "a" + replacement + "z");
     EXPECT_EQ(ValidUtf8("\xc3\x8e"), "\xc3\x8e");
 }
 
 TEST(FacesUtf8, ANullCharacterIsReplacedAndEndsNothing) {
-    EXPECT_EQ(ToUtf8(FromUtf8(std::string("a\0z", 3))), "a" + replacement + "z");
+    EXPECT_EQ(KyToUtf8(FromUtf8(std::string("a\0z", 3))), "a" + replacement + "z");
 }
 
 TEST(FacesUtf8, AnElementThatIsNoCharacterIsReplaced) {
@@ -41,7 +42,7 @@ TEST(FacesUtf8, AnElementThatIsNoCharacterIsReplaced) {
         L'a', static_cast<wchar_t>(0xD800), static_cast<wchar_t>(0x110000), static_cast<wchar_t>(-1), L'z',
         0};
 
-    EXPECT_EQ(ToUtf8(text), "a" + replacement + replacement + replacement + "z");
+    EXPECT_EQ(KyToUtf8(text), "a" + replacement + replacement + replacement + "z");
 }
 
 RC_GTEST_PROP(FacesUtf8, EveryTextThatIsUtf8ComesBack, ()) {
@@ -50,7 +51,7 @@ RC_GTEST_PROP(FacesUtf8, EveryTextThatIsUtf8ComesBack, ()) {
         if (n < 0xD800 || n >= 0xE000) text += static_cast<wchar_t>(n);
     }
 
-    const std::string strText = ToUtf8(text.c_str());
+    const std::string strText = KyToUtf8(text.c_str());
 
     RC_ASSERT(std::wstring(FromUtf8(strText).c_str()) == text);
     RC_ASSERT(ValidUtf8(strText) == strText);
@@ -60,7 +61,7 @@ RC_GTEST_PROP(FacesUtf8, AnyBytesBecomeValidOnes, (const std::string& strBytes))
     const std::string strValid = ValidUtf8(strBytes);
 
     RC_ASSERT(ValidUtf8(strValid) == strValid);
-    RC_ASSERT(ValidUtf8(ToUtf8(FromUtf8(strBytes))) == ToUtf8(FromUtf8(strBytes)));
+    RC_ASSERT(ValidUtf8(KyToUtf8(FromUtf8(strBytes))) == KyToUtf8(FromUtf8(strBytes)));
 }
 
 TEST(FacesUtf8, NamesAreSortedAsLabels) {
