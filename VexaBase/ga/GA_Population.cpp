@@ -122,7 +122,11 @@ public:
         : m_pPopulation(&population), m_pOuter(std::exchange(s_pInnermost, this)) {}
     Generation(const Generation&) = delete;
     Generation& operator=(const Generation&) = delete;
-    ~Generation() { s_pInnermost = m_pOuter; }
+    ~Generation() {
+        s_pInnermost = m_pOuter;
+        // A generation of the same population in which this one ran knows nothing of what this one changed.
+        ForgetNodesOf(*m_pPopulation);
+    }
 
     NodeIndex& Index() { return m_index; }
 

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <new>
 #include <optional>
@@ -316,6 +318,56 @@ TEST(PlainPopulation, EvolvesAsADerivedOneOnceItIsLarge) {
     scene.draws = Draws(7000, 1);
 
     EXPECT_TRUE(AccountOf<GA_Population>(scene) == AccountOf<DerivedPopulation>(scene));
+}
+
+/// A number that, the second time any is asked for a mutant, runs another generation with one mutant.
+class Nesting : public GA_Individual {
+public:
+    struct Gene : GA_Gene {
+        GA_Gene* Clone() const override { return new Gene; }
+    };
+
+    Nesting(GA_Population& population, int& nAsked, int nKey)
+        : m_population(population), m_nAsked(nAsked), m_nKey(nKey) {
+        Append(new Gene);
+    }
+
+    GA_Individual* New() const override { return new Nesting(m_population, m_nAsked, m_nKey); }
+
+    GA_Individual* Mutation() const override {
+        auto pMutant = std::make_unique<Nesting>(m_population, m_nAsked, m_nKey);
+        if (++m_nAsked == 2) {
+            m_population.m_nMutationRate = 10;
+            m_population.Evolve();
+        }
+        return pMutant.release();
+    }
+
+    bool operator<(const GA_Individual& other) const override {
+        return m_nKey < dynamic_cast<const Nesting&>(other).m_nKey;
+    }
+    bool operator>(const GA_Individual& other) const override { return other < *this; }
+
+private:
+    GA_Population& m_population;
+    int& m_nAsked;
+    int m_nKey;
+};
+
+TEST(GA_PlainPopulation, StaysWholeWhenAMutationRunsAGenerationThatLeavesTheLengthAsItWas) {
+    GA_Population population(10, 20);
+    int nAsked = 0;
+    for (int i = 0; i < 10; ++i) {
+        population.Append(new Nesting(population, nAsked, i));
+    }
+
+    population.Evolve();
+
+    EXPECT_EQ(population.m_nGeneration, 2);
+    EXPECT_EQ(population.m_nLength, 12);
+    EXPECT_EQ(std::distance(population.begin(), population.end()), 12);
+    EXPECT_TRUE(std::is_sorted(population.begin(), population.end(),
+                               [](const GA_Individual* p, const GA_Individual* q) { return *p < *q; }));
 }
 
 }  // namespace
