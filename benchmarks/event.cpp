@@ -1,6 +1,6 @@
 // Sending to a number of receivers, and posting a number of events and draining them to one, beside
-// Boost.Signals2, sigc++ and a plain vector of functions. These have no queue: a deque of names and pointers
-// stands in for one. They have no masks either. The limit is what the rule for posted events costs: a record, a
+// Boost.Signals2 and sigc++. These have no queue: a deque of names and pointers stands in for one. They have no
+// masks either. The limit is what the rule for posted events costs: a record, a
 // copy of the name and a node on the heap for every one. A case's name is job/case/library/number.
 #include <benchmark/benchmark.h>
 
@@ -8,9 +8,9 @@
 #include <cstdlib>
 #include <cwchar>
 #include <deque>
-#include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "VexaBase/event/KyEventReactor.h"
@@ -150,9 +150,7 @@ void PostLimit(benchmark::State& state) {
 }
 BENCHMARK(PostLimit)->Name("events/post and drain/limit")->Arg(1)->Arg(100);
 
-using Function = std::function<void(const std::wstring&, void*)>;
-
-void Count(const std::wstring& /*name*/, void* pData) { ++*static_cast<long*>(pData); }
+[[maybe_unused]] void Count(const std::wstring& /*name*/, void* pData) { ++*static_cast<long*>(pData); }
 
 /// Sends by an emitter, a callable of name and data.
 template <class Emit>
@@ -179,16 +177,6 @@ void Post(benchmark::State& state, Emit emit) {
     ExpectCalls(nCalls, state.iterations() * state.range(0));
 }
 
-struct FunctionEmitter {
-    explicit FunctionEmitter(long n) : functions(static_cast<std::size_t>(n), Count) {}
-    void operator()(const std::wstring& name, void* pData) const {
-        for (const Function& function : functions) {
-            function(name, pData);
-        }
-    }
-    std::vector<Function> functions;
-};
-
 template <class Emitter>
 void SendBy(benchmark::State& state) {
     Send(state, Emitter(state.range(0)));
@@ -197,8 +185,6 @@ template <class Emitter>
 void PostBy(benchmark::State& state) {
     Post(state, Emitter(1));
 }
-BENCHMARK(SendBy<FunctionEmitter>)->Name("events/send/std::function")->Arg(1)->Arg(8)->Arg(64);
-BENCHMARK(PostBy<FunctionEmitter>)->Name("events/post and drain/std::function")->Arg(1)->Arg(100);
 
 #if defined(VEXABASE_HAS_SIGNALS2)
 struct Signals2Emitter {

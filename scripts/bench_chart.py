@@ -119,8 +119,8 @@ def main():
     machine = everything["machine"]
     caption = ", ".join(str(machine[key]) for key in ("cpu", "compiler", "date") if machine[key])
     # The same figures give the same file.
-    plt.rcParams.update({"font.family": "DejaVu Sans", "svg.hashsalt": "bench", "svg.fonttype": "path"})
-    draw(rows, caption).savefig(arguments.chart, metadata={"Date": None})
+    plt.rcParams.update({"font.family": "DejaVu Sans", "svg.hashsalt": "bench", "svg.fonttype": "none"})
+    draw(rows, caption).savefig(arguments.chart, metadata={"Date": None}, bbox_inches="tight")
 
 
 if __name__ == "__main__":
