@@ -355,6 +355,7 @@ private:
 };
 
 TEST(GA_PlainPopulation, StaysWholeWhenAMutationRunsAGenerationThatLeavesTheLengthAsItWas) {
+    ScriptedRand::Set(Draws(1000, 1));
     GA_Population population(10, 20);
     int nAsked = 0;
     for (int i = 0; i < 10; ++i) {
