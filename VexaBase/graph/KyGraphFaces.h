@@ -37,14 +37,19 @@ void KyForEachSide(const KyGraphPath& path, Visit visit) {
 inline std::unique_ptr<KyGraphPath> KyTraceFace(KyGraphArc& arc, KyGraphNode* pFrom) {
     std::unique_ptr<KyGraphPath> pMesh(
         arc.FindMesh(arc.m_pStart == pFrom ? KyGraphArc::Forward : KyGraphArc::Backward));
+    // A mesh ends where it meets the arc again, at either end: one that comes to the far end is but a part.
     KyGraphArc* const pLast = *pMesh->GetLast();
-    const bool bMayClose = pMesh->m_pBeginNode == pFrom && pFrom != nullptr &&
-                           (pLast->m_pStart == pFrom || pLast->m_pEnd == pFrom);
+    const KyGraphNode* const pFar = arc.m_pStart == pFrom ? arc.m_pEnd : arc.m_pStart;
+    const auto isEndOfLast = [pLast](const KyGraphNode* pNode) {
+        return pLast->m_pStart == pNode || pLast->m_pEnd == pNode;
+    };
+    const bool bMayClose = pMesh->m_pBeginNode == pFrom && pFrom != nullptr && isEndOfLast(pFrom) &&
+                           (pFar == pFrom || !isEndOfLast(pFar));
     if (bMayClose && *pMesh->GetFirst() == &arc && pFrom->FindNextArc(pLast) == &arc) {
         return pMesh;
     }
 
-    // An open chain through a dead end, or one that a bridge cuts short.
+    // An open chain through a dead end, one that a bridge cuts short, or two arcs between the same nodes.
     auto pFace = std::make_unique<KyGraphPath>();
     pFace->m_pBeginNode = pFrom;
     KyGraphArc* pArc = &arc;

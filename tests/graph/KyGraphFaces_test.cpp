@@ -123,6 +123,40 @@ TEST(KyGraphFaces, ABridgeIsPassedInBothDirectionsByOneFace) {
     EXPECT_EQ(nWithBridge, 1);
 }
 
+/// An arc with a place of its own around each of its nodes, so that arcs can turn as they do on no plane.
+class PlacedArc : public PlaneArc {
+public:
+    PlacedArc(KyGraphNode* pStart, KyGraphNode* pEnd, int nAtStart, int nAtEnd, int nId)
+        : PlaneArc(pStart, pEnd, 0, nId), m_nAtStart(nAtStart), m_nAtEnd(nAtEnd) {}
+
+    int CmpArc(const KyGraphArc& other) const override {
+        return Order(Place(), static_cast<const PlacedArc&>(other).Place());
+    }
+
+private:
+    int Place() const {
+        const KyGraphNode* const pAround = KyGraphNode::s_pStartNode;
+        return pAround == nullptr ? m_nId : pAround == m_pStart ? m_nAtStart : m_nAtEnd;
+    }
+
+    int m_nAtStart;
+    int m_nAtEnd;
+};
+
+TEST(KyGraphFaces, AnArcThatStandsBehindItsNeighbourAtBothEndsIsMetAtTheFarOneFirst) {
+    KyGraph graph;
+    const auto add = [&](int nAtStart, int nAtEnd, int nId) {
+        graph.Create(new PlacedArc(new PlaneNode({0, 0}), new PlaneNode({1, 0}), nAtStart, nAtEnd, nId));
+    };
+    add(2, 2, 0);
+    add(1, 1, 1);
+    add(3, 3, 2);
+
+    // Each step goes on to the next place at either end: one face, which passes every arc in both directions.
+    EXPECT_THAT(FacesOf(graph), ElementsAre(ElementsAre(Side(0, F), Side(2, B), Side(1, F), Side(0, B),
+                                                        Side(2, F), Side(1, B))));
+}
+
 TEST(KyGraphFaces, ALoopHasOneSide) {
     KyGraph lone;
     AddArc(lone, {0, 0}, {0, 0});
