@@ -69,8 +69,9 @@ build() {
     logged "$1-build" cmake --build --preset "$1" --parallel "$(nproc)"
 }
 
-# run_tests PRESET: runs its tests; a summary is ctest's own last lines.
+# run_tests PRESET: runs its tests, properties on the same cases every time unless RC_PARAMS says otherwise; a summary is
+# ctest's own last lines.
 run_tests() {
     say "Testing the $1 preset"
-    ctest --preset "$1" --parallel "$(nproc)" --progress
+    RC_PARAMS="${RC_PARAMS-seed=1}" ctest --preset "$1" --parallel "$(nproc)" --progress
 }
