@@ -2,11 +2,9 @@
 // that they can be spliced, and after each one all that a caller can see is compared: elements, addresses,
 // length, cursor, index.
 #include <algorithm>
-#include <iterator>
 #include <memory>
 #include <ostream>
 #include <string>
-#include <tuple>
 #include <type_traits>
 #include <utility>
 #include <vector>
@@ -15,6 +13,7 @@
 #include <rapidcheck.h>
 #include <rapidcheck/gtest.h>
 
+#include "ListModel.h"
 #include "ListProbes.h"
 #include "TestElements.h"
 #include "VexaBase/containers/KyDList.h"
@@ -23,184 +22,6 @@
 #include "VexaBase/containers/KyXList.h"
 
 namespace {
-
-enum class Kind { Singly, Doubly, Indexed };
-
-/// What a list must look like. Its cursor is kept twice, as ReverseList parts the node from the index.
-template <class T>
-class Model {
-public:
-    struct Slot {
-        T value;
-        const T* pAddress = nullptr;  // null until the element has been seen in the list
-    };
-
-    Kind kind = Kind::Singly;
-    long nStep = 0;
-    std::vector<Slot> slots;
-    long nPosition = -1;  // of the node under the cursor
-    long nIndex = -1;     // m_nCurIndex
-    long nEntry = -1;     // the cursor of the list's index
-
-    long Length() const { return static_cast<long>(slots.size()); }
-    bool IsStale() const { return nPosition != nIndex; }
-    bool IsPosition(long i) const { return i >= 0 && i < Length(); }
-    T& Current() { return slots[static_cast<std::size_t>(nPosition)].value; }
-    const T* SlotAddress(long i) const { return slots[static_cast<std::size_t>(i)].pAddress; }
-
-    void Stand(long nWhere) { nPosition = nIndex = nWhere; }
-    void MoveToFirst() { Stand(slots.empty() ? -1 : 0); }
-    void MoveToLast() { Stand(Length() - 1); }
-    void MoveToNext() {
-        nPosition = nPosition + 1 == Length() ? -1 : nPosition + 1;
-        nIndex = nPosition == -1 ? -1 : nIndex + 1;
-    }
-    void MoveToPre() {
-        if (kind == Kind::Singly) {
-            nIndex == -1 ? MoveToLast() : MoveTo(nIndex - 1);
-            return;
-        }
-        nPosition = nPosition == -1 ? Length() - 1 : nPosition - 1;
-        nIndex = nPosition == Length() - 1 ? nPosition : nIndex - 1;
-    }
-    void MoveTo(long i) {
-        if (kind == Kind::Indexed) {
-            const long k = i / nStep;
-            if (k >= 0 && k * nStep < Length()) {
-                nEntry = k;
-            }
-            Stand(IsPosition(i) ? i : -1);
-        } else if (!IsPosition(i)) {
-            Stand(-1);
-        } else if (i == Length() - 1 || (i == 0 && kind == Kind::Doubly)) {
-            Stand(i);
-        } else if (i < nIndex && kind == Kind::Singly) {
-            Stand(i);
-        } else if (i < nIndex) {
-            while (nIndex != i) {
-                MoveToPre();
-            }
-        } else {
-            while (nIndex != i) {
-                MoveToNext();
-            }
-        }
-    }
-
-    /// The position that GetAt(i) reaches, -1 for the sentinel.
-    long PositionOf(long i) const {
-        if (kind == Kind::Indexed && IsPosition(i)) {
-            return i;
-        }
-        const long nRing = Length() + 1;
-        if (kind == Kind::Singly && i < nIndex) {
-            return i < 0 ? -1 : (i + 1) % nRing - 1;
-        }
-        return ((nPosition + 1 + i - nIndex) % nRing + nRing) % nRing - 1;
-    }
-
-    void InsertAfterCur(const T& x) {
-        ++nPosition;
-        ++nIndex;
-        slots.insert(slots.begin() + nPosition, Slot{x});
-    }
-    void DelCur() {
-        const long nRemoved = nPosition;
-        MoveToPre();
-        slots.erase(slots.begin() + nRemoved);
-    }
-    long Append(const T& x) {
-        MoveToLast();
-        InsertAfterCur(x);
-        return Length() - 1;
-    }
-    void Insert(long i, const T& x) {
-        MoveTo(i - 1);
-        InsertAfterCur(x);
-    }
-    void InsertCur(const T& x) {
-        MoveToPre();
-        InsertAfterCur(x);
-    }
-    void ReAllocate(long n) {
-        const std::pair cursor(nPosition, nIndex);
-        while (Length() < n) {
-            Append(T());
-            std::tie(nPosition, nIndex) = cursor;
-        }
-    }
-    void SetLength(long n) {
-        ReAllocate(n);
-        while (Length() > n) {
-            MoveToLast();
-            DelCur();
-        }
-    }
-    void Reset() {
-        slots.clear();
-        Stand(-1);
-        nEntry = -1;
-    }
-    bool Move(long from, long to) {
-        if (from == to || from == to - 1) {
-            return false;
-        }
-        MoveTo(from);
-        const T x = Current();
-        Insert(to, x);
-        MoveTo(from > to ? from + 1 : from);
-        DelCur();
-        MoveTo(from > to ? to : to - 1);
-        return true;
-    }
-    void ReverseList() {
-        if (Length() > 1) {
-            std::reverse(slots.begin(), slots.end());
-            nPosition = nPosition == -1 ? -1 : Length() - 1 - nPosition;
-        }
-    }
-    void Rotate(long from, long to) {
-        if (from == to) {
-            return;
-        }
-        const long nShift = (from - to + Length()) % Length();
-        MoveTo((Length() + nShift - 1) % Length());
-        MoveTo(nShift);
-        std::rotate(slots.begin(), slots.begin() + nShift, slots.end());
-        Stand(0);
-    }
-    long DetachAfterCur() {
-        nIndex = nPosition;
-        slots.resize(static_cast<std::size_t>(nPosition + 1));
-        return Length();
-    }
-    long Conbine(Model& other, long pos) {
-        if (&other != this && other.IsPosition(pos)) {
-            other.MoveTo(pos);
-            slots.insert(slots.end(), other.slots.begin() + pos, other.slots.end());
-            other.MoveToLast();
-            other.MoveTo(pos - 1);
-            other.DetachAfterCur();
-        }
-        return Length();
-    }
-
-    /// isAfter(e, x): x moves in front of e.
-    template <class IsAfter>
-    void Sort(IsAfter isAfter) {
-        for (auto x = slots.begin(); x != slots.end(); ++x) {
-            const auto place =
-                std::find_if_not(std::make_reverse_iterator(x), slots.rend(), [&](const Slot& e) {
-                    return isAfter(e.value, x->value);
-                }).base();
-            if (place != x) {
-                x->pAddress = nullptr;
-                std::rotate(place, x, x + 1);
-            }
-        }
-        Stand(-1);
-    }
-};
 
 /// One step of a random run. The numbers are brought into range by the list's state when the step is taken.
 struct Step {
@@ -243,10 +64,10 @@ public:
         m_lists[1] = std::move(pSecond);
         for (int i = 0; i < 2; ++i) {
             if (const auto* pIndexed = dynamic_cast<const KyXList<T>*>(m_lists[i].get())) {
-                m_models[i].kind = Kind::Indexed;
+                m_models[i].kind = ModelKind::Indexed;
                 m_models[i].nStep = pIndexed->m_nStep;
             } else if (dynamic_cast<const KyDList<T>*>(m_lists[i].get()) != nullptr) {
-                m_models[i].kind = Kind::Doubly;
+                m_models[i].kind = ModelKind::Doubly;
             }
         }
     }
@@ -270,7 +91,7 @@ private:
         }
     }
 
-    bool HasNull(const Model<T>& model) const {
+    bool HasNull(const ListModel<T>& model) const {
         if constexpr (IsOwning) {
             return std::any_of(model.slots.begin(), model.slots.end(),
                                [](const auto& s) { return s.value == nullptr; });
@@ -282,12 +103,12 @@ private:
     void Take(const Step& step) {
         KyList<T>& list = *m_lists[step.bSecond];
         KyList<T>& other = *m_lists[!step.bSecond];
-        Model<T>& model = m_models[step.bSecond];
-        Model<T>& otherModel = m_models[!step.bSecond];
+        ListModel<T>& model = m_models[step.bSecond];
+        ListModel<T>& otherModel = m_models[!step.bSecond];
         const long nLength = model.Length();
         // Where ReverseList left the cursor's index behind, only the indexed lists position exactly.
-        const bool bExact = !model.IsStale() || model.kind == Kind::Indexed;
-        const bool bOtherExact = !otherModel.IsStale() || otherModel.kind == Kind::Indexed;
+        const bool bExact = !model.IsStale() || model.kind == ModelKind::Indexed;
+        const bool bOtherExact = !otherModel.IsStale() || otherModel.kind == ModelKind::Indexed;
         const long i = nLength != 0 ? step.a % nLength : 0;
         const long j = nLength != 0 ? step.b % nLength : 0;
 
@@ -358,7 +179,7 @@ private:
             }
             case 13:
             case 14:
-                if (model.nPosition != -1 && (bExact || model.kind == Kind::Doubly)) {
+                if (model.nPosition != -1 && (bExact || model.kind == ModelKind::Doubly)) {
                     list.DelCur();
                     model.DelCur();
                 }
@@ -423,7 +244,7 @@ private:
     }
 
     /// The operations that only some lists have; Reset for the others.
-    void TakeOwn(const Step& step, KyList<T>& list, Model<T>& model) {
+    void TakeOwn(const Step& step, KyList<T>& list, ListModel<T>& model) {
         if constexpr (IsOwning) {
             if (step.b % 4 == 0) {
                 return Release(list, model);
@@ -439,7 +260,7 @@ private:
         }
     }
 
-    void Release(KyList<T>& list, Model<T>& model) {
+    void Release(KyList<T>& list, ListModel<T>& model) {
         if constexpr (IsOwning) {
             if (auto* const pIndexed = dynamic_cast<KyPXList<Token>*>(&list)) {
                 pIndexed->ReleaseAll();
@@ -453,64 +274,31 @@ private:
         }
     }
 
-    void Find(const Step& step, KyPXList<Token>& list, Model<T>& model) {
+    void Find(const Step& step, KyPXList<Token>& list, ListModel<T>& model) {
         const long nLength = model.Length();
         const Token x(step.a % 6, -1);
         const long first = step.a % (nLength + 2);
         const long last = step.b % (nLength + 2) - 1;
         const bool bFound = list.BFindDataTo(x, first, last);
-        RC_ASSERT(bFound == FindInModel(model, x, std::min(first, nLength), std::min(last, nLength - 1)));
+        RC_ASSERT(bFound == model.Find([&x](const T& e) { return x.m_nKey - KeyOf(e); },
+                                       std::min(first, nLength), std::min(last, nLength - 1)));
     }
 
-    static bool FindInModel(Model<T>& model, const Token& x, long first, long last) {
-        const auto order = [&] { return x.m_nKey - KeyOf(model.Current()); };
-        model.MoveTo(first);
-        if (first > last || order() < 0) {
-            return false;
-        }
-        model.MoveTo(last);
-        if (order() > 0) {
-            model.MoveToNext();
-            return false;
-        }
-        while (first < last) {
-            const long nMiddle = (first + last) / 2;
-            model.MoveTo(nMiddle);
-            if (order() == 0) {
-                return true;
-            }
-            (order() > 0 ? first : last) = nMiddle + (order() > 0 ? 1 : -1);
-        }
-        if (last < first) {
-            return false;
-        }
-        model.MoveTo(last);
-        const long nOrder = order();
-        if (nOrder > 0) {
-            model.MoveToNext();
-        }
-        return nOrder == 0;
-    }
-
-    static void SortModel(Model<T>& model, bool bAscending) {
+    static void SortModel(ListModel<T>& model, bool bAscending) {
         if (model.Length() < 2) {
             return;
         }
-        const long nLength = model.Length();
-        if constexpr (IsOwning) {
-            model.slots.erase(std::remove_if(model.slots.begin(), model.slots.end(),
-                                             [](const auto& slot) { return slot.value == nullptr; }),
-                              model.slots.end());
-        }
-        model.Sort([bAscending](const T& e, const T& x) {
+        const auto isAfter = [bAscending](const T& e, const T& x) {
             return bAscending ? KeyOf(e) > KeyOf(x) : KeyOf(e) < KeyOf(x);
-        });
-        while (model.Length() < nLength) {
-            model.Append(T());
+        };
+        if constexpr (IsOwning) {
+            model.SortObjects(isAfter);
+        } else {
+            model.Sort(isAfter);
         }
     }
 
-    void SortByFunction(KyList<T>& list, Model<T>& model) {
+    void SortByFunction(KyList<T>& list, ListModel<T>& model) {
         if constexpr (!IsOwning) {
             list.Sort([](const Card& a, const Card& b) { return a.m_nKey % 2 - b.m_nKey % 2 > 0 ? 1 : 0; });
         } else if (HasNull(model)) {
@@ -527,7 +315,7 @@ private:
     static int ByParity(const Token& a, const Token& b) { return a.m_nKey % 2 > b.m_nKey % 2 ? 1 : 0; }
 
     /// Cuts the list and frees what was cut off, as whoever cuts must.
-    void Detach(KyList<T>& list, Model<T>& model) {
+    void Detach(KyList<T>& list, ListModel<T>& model) {
         std::vector<KyListNode<T>*> nodes = Nodes(list);
         const long nNewLength = list.DetachAfterCur();
         RC_ASSERT(nNewLength == model.DetachAfterCur());
@@ -536,7 +324,7 @@ private:
             if constexpr (IsOwning) {
                 delete p->m_data;
             }
-            if (model.kind == Kind::Singly) {
+            if (model.kind == ModelKind::Singly) {
                 delete p;
             } else {
                 delete static_cast<KyDListNode<T>*>(p);
@@ -556,7 +344,7 @@ private:
         RC_ASSERT(m_watch.Live() == nObjects);
     }
 
-    static void Compare(const KyList<T>& list, Model<T>& model) {
+    static void Compare(const KyList<T>& list, ListModel<T>& model) {
         const long nLength = model.Length();
         const auto sound = RingIsSound(list);
         if (!sound) {
@@ -584,7 +372,7 @@ private:
     }
 
     /// The reading operations, which leave the cursor where it is.
-    static void CompareReading(const KyList<T>& list, const Model<T>& model) {
+    static void CompareReading(const KyList<T>& list, const ListModel<T>& model) {
         const long nLength = model.Length();
         const auto address = [&](long i) { return model.IsPosition(i) ? model.SlotAddress(i) : nullptr; };
         ExpectSame(list.GetFirst(), address(0), "GetFirst");
@@ -611,7 +399,7 @@ private:
 
     const OwnedWatch m_watch;
     std::unique_ptr<KyList<T>> m_lists[2];
-    Model<T> m_models[2];
+    ListModel<T> m_models[2];
     long m_nNext = 0;
 };
 
