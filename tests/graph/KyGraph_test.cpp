@@ -418,6 +418,22 @@ TEST(KyGraph, CreateOfALoopAroundOneFreshNodeAddsThatNodeOnce) {
     EXPECT_THAT(ArcsOf(graph), ElementsAre("10: 1-1"));
 }
 
+/// Does not even find itself.
+class NodeBehindAll : public KyGraphNode {
+public:
+    int CmpNode(const KyGraphNode&) const override { return 1; }
+};
+
+TEST(KyGraph, CreateOfALoopAddsItsNodeOnceEvenWhereTheComparisonDoesNotFindIt) {
+    KyGraph graph;
+    auto* const pNode = new NodeBehindAll;
+
+    graph.Create(new KyGraphArc(pNode, pNode));
+
+    EXPECT_THAT(graph.m_lstNode, ElementsAre(pNode));
+    EXPECT_EQ(graph.m_lstArc.GetCurData()->m_pEnd, pNode);
+}
+
 TEST(KyGraph, CreateOfALoopAroundOneFreshDuplicateRepointsBothEnds) {
     Triangle graph;
     const auto nodes = NumberedNode::s_live.size();
