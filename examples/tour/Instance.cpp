@@ -142,6 +142,11 @@ void Instance::CheckSize() const {
 /// Makes sure that every distance fits an int.
 void Instance::CheckExtent() const {
     if (m_places.m_bGlobe) {
+        const auto isAngle = [](double d) { return std::abs(d) <= 360; };
+        if (!std::all_of(m_points.begin(), m_points.end(),
+                         [&](Point point) { return isAngle(point.x) && isAngle(point.y); })) {
+            throw std::runtime_error("a city is not on the globe");
+        }
         return;
     }
     const auto [pLeft, pRight] =

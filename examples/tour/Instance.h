@@ -34,7 +34,7 @@ public:
     static constexpr int MaxCities = 20000;
 
     /// Cities at points. Throws std::runtime_error when there is none, or too many, or two are too far apart
-    /// for a distance.
+    /// for a distance, or one is not on the globe although the metric's points are.
     Instance(std::string strName, Metric metric, std::vector<Point> points);
 
     /// Cities known by their distances: the rows of a full symmetric matrix, one behind the other.

@@ -217,22 +217,28 @@ private:
         }
         const auto n = static_cast<std::size_t>(m_nCities);
         constexpr int none = -1;
-        m_matrix.assign(n * n, none);
+        m_matrix.clear();
         for (int i = 0; i < m_nCities; ++i) {
+            // Row by row: a file may claim more cities than it has distances for.
+            m_matrix.resize(m_matrix.size() + n, none);
             for (int j = format->second.m_first(i, m_nCities); j < format->second.m_end(i, m_nCities); ++j) {
                 // So that a tour's length fits whatever the file says.
                 const int nDistance = NextInteger("a distance", 0, std::numeric_limits<int>::max());
                 const auto nHere = static_cast<std::size_t>(i) * n + static_cast<std::size_t>(j);
                 const auto nThere = static_cast<std::size_t>(j) * n + static_cast<std::size_t>(i);
-                if (m_matrix[nThere] != none && m_matrix[nThere] != nDistance && i != j) {
+                if (j < i && m_matrix[nThere] != none && m_matrix[nThere] != nDistance) {
                     Fail("the distance from city " + std::to_string(i + 1) + " to " + std::to_string(j + 1) +
                          " is another one than back");
                 }
                 m_matrix[nHere] = nDistance;
-                m_matrix[nThere] = nDistance;
             }
         }
         for (std::size_t i = 0; i < n; ++i) {
+            for (std::size_t j = 0; j < i; ++j) {
+                int& nLower = m_matrix[i * n + j];
+                int& nUpper = m_matrix[j * n + i];
+                nLower = nUpper = nLower != none ? nLower : nUpper;
+            }
             m_matrix[i * n + i] = 0;
         }
     }

@@ -4,13 +4,16 @@
 #include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
+#include "AllocationLog.h"
 #include "TourKit.h"
 
 namespace tour {
 namespace {
 
+using testing::Each;
 using testing::ElementsAre;
 using testing::HasSubstr;
+using testing::Lt;
 using testing::StartsWith;
 
 std::string WhatIsWrong(const std::string& strText) {
@@ -135,6 +138,8 @@ INSTANTIATE_TEST_SUITE_P(
                   "line 4: the file ends where a coordinate should stand"),
         std::pair("DIMENSION: 2\nEDGE_WEIGHT_TYPE: EUC_2D\nNODE_COORD_SECTION\n1 0 0\n2 1e300 5\n",
                   "the cities are too far apart"),
+        std::pair("DIMENSION: 2\nEDGE_WEIGHT_TYPE: GEO\nNODE_COORD_SECTION\n1 0 1e308\n2 0 0\n",
+                  "a city is not on the globe"),
         std::pair("DIMENSION: 2\nEDGE_WEIGHT_SECTION\n5",
                   "line 2: EDGE_WEIGHT_FORMAT '' is no matrix that this program reads"),
         std::pair("DIMENSION: 2\nEDGE_WEIGHT_FORMAT: UPPER_ROW\nEDGE_WEIGHT_SECTION\n-5",
@@ -149,6 +154,14 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(TsplibFile, IsQuotedShortAndWithoutControlCharacters) {
     EXPECT_EQ(WhatIsWrong(std::string(1000, 'x')), "line 1: '" + std::string(40, 'x') + "...' is not known");
     EXPECT_EQ(WhatIsWrong("a\033[2Jb"), "line 1: 'a?[2Jb' is not known");
+}
+
+TEST(TsplibFile, TakesNoMemoryForDistancesThatItClaimsAndDoesNotHave) {
+    const AllocationLog log;
+
+    WhatIsWrong("DIMENSION: 20000\nEDGE_WEIGHT_FORMAT: FULL_MATRIX\nEDGE_WEIGHT_SECTION\n0 1");
+
+    EXPECT_THAT(log.Singles(), Each(Lt(1000000U)));
 }
 
 RC_GTEST_PROP(TsplibFile, OfAnyBytesIsReadOrRefused, (const std::string& strText)) {
