@@ -137,8 +137,7 @@ public:
 
     /// See KyList::Conbine. Requires a doubly linked `other`.
     long Conbine(KyList<T>& other, long pos) override {
-        KY_CHECK(dynamic_cast<KyDList*>(&other) != nullptr, "KyDList::Conbine",
-                 "the other list is singly linked");
+        KY_CHECK(IsDoublyLinked(other), "KyDList::Conbine", "the other list is singly linked");
         if (pos < 0 || pos >= other.m_nLength || &other == this) {
             return this->m_nLength;
         }
@@ -178,6 +177,9 @@ protected:
     /// An empty list closed by the given sentinel, for a derived class with a larger one.
     KyDList(AroundSentinel around, Node* pSentinel) : KyList<T>(around, pSentinel) {
         Link(pSentinel, pSentinel);
+#if defined(KY_CHECKED)
+        KyIsDoublyLinked<T> = IsDoublyLinked;
+#endif
     }
 
     /// The node before a node of this list.
@@ -230,6 +232,10 @@ protected:
     }
 
 private:
+    static bool IsDoublyLinked(const KyList<T>& list) {
+        return dynamic_cast<const KyDList*>(&list) != nullptr;
+    }
+
     template <class IsAfter>
     void SortStably(IsAfter isAfter) {
         if (typeid(*this) == typeid(KyDList)) {

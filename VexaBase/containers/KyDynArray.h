@@ -161,7 +161,7 @@ public:
     /// Makes the array n elements long. New elements are uninitialised where T is; the block never shrinks.
     /// O(1), or O(length) when the block must grow, to n + m_nGrowBy elements. When that allocation fails,
     /// the exception leaves the raised capacity behind, deliberately: such an array is good for destruction
-    /// only. Requires n >= 0.
+    /// only. Requires n >= 0, and m_nGrowBy >= 0 when the block must grow.
     void ReAllocate(long n) override {
         KY_CHECK(n >= 0, "KyDynArray::ReAllocate", "negative length (%ld)", n);
         if (m_nCapacity < n) {
@@ -306,6 +306,7 @@ protected:
 
     /// Replaces the block by one of n + m_nGrowBy elements. The capacity is raised first.
     void Grow(long n) {
+        KY_CHECK(m_nGrowBy >= 0, "KyDynArray::ReAllocate", "negative growth step (%ld)", m_nGrowBy);
         // In unsigned arithmetic a sum that no long holds becomes a size that the allocation rejects.
         m_nCapacity =
             static_cast<long>(static_cast<unsigned long>(n) + static_cast<unsigned long>(m_nGrowBy));

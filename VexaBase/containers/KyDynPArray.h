@@ -23,7 +23,8 @@ public:
     explicit KyDynPArray(long nCapacity, long nGrowBy = 1024) : KyDynArray<T*>(nCapacity, nGrowBy) {}
 
     /// Makes the array n slots long: deletes the objects cut off, in ascending order, or adds null slots. The
-    /// block grows as in KyDynArray (a failed growth too) and never shrinks. Requires n >= 0.
+    /// block grows as in KyDynArray (a failed growth too) and never shrinks. Requires n >= 0, and m_nGrowBy >= 0
+    /// when the block must grow.
     void ReAllocate(long n) override {
         KY_CHECK(n >= 0, "KyDynPArray::ReAllocate", "negative length (%ld)", n);
         if (n < this->m_nLength) {

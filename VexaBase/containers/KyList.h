@@ -17,6 +17,9 @@
 // take part.
 #pragma once
 
+#if defined(KY_CHECKED)
+#include <atomic>
+#endif
 #include <iterator>
 #include <limits>
 #include <memory>
@@ -93,6 +96,15 @@ private:
 
     KyListNode<value_type>* m_pNode = nullptr;
 };
+
+#if defined(KY_CHECKED)
+template <class T>
+class KyList;
+
+/// Tells whether a list is doubly linked. The first such list sets it, whose class this header cannot know.
+template <class T>
+[[gnu::visibility("hidden")]] inline std::atomic<bool (*)(const KyList<T>&)> KyIsDoublyLinked{nullptr};
+#endif
 
 template <class T>
 class KY_API KyList : public KyDynArrayBase<T> {
@@ -332,9 +344,11 @@ public:
 
     /// Moves the elements of `other` from pos to its end behind the end of this list, node by node identity,
     /// and returns this list's new length. This cursor stays; the other's ends on its new last element, or on
-    /// none. A pos outside `other` and a list's own self change nothing. O(other's length). Requires lists of
-    /// the same kind of nodes.
+    /// none. A pos outside `other` and a list's own self change nothing. O(other's length). Requires a singly
+    /// linked `other`.
     virtual long Conbine(KyList& other, long pos) {
+        KY_CHECK(KyIsDoublyLinked<T> == nullptr || !KyIsDoublyLinked<T>.load()(other), "KyList::Conbine",
+                 "the other list is doubly linked");
         if (pos < 0 || pos >= other.m_nLength || &other == this) {
             return this->m_nLength;
         }

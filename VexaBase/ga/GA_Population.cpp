@@ -377,6 +377,17 @@ void GA_Population::EvolveBy(Cursor cursor) {
     ++m_nGeneration;
 }
 
+namespace {
+
+const GA_Individual& ParentAt(const KyArray<GA_Individual*>& arrParents, long i) {
+    const GA_Individual* const pParent = arrParents[i];
+    KY_CHECK(pParent != nullptr, "GA_Population::Evolve",
+             "no individual in the element (index %ld, length %ld)", i, arrParents.GetLength());
+    return *pParent;
+}
+
+}  // namespace
+
 void GA_Population::Breed() {
     const KyArray<GA_Individual*> arrParents(*this);
     const long n = arrParents.GetLength();
@@ -385,8 +396,9 @@ void GA_Population::Breed() {
     for (long i = 0; i < n && IsContinue(); ++i) {
         const long r = std::rand();
         const long nFromWorst = static_cast<long>(std::sqrt(static_cast<double>(r % (n * n))));
-        arrParents[n - 1 - nFromWorst]->Multiply(*arrParents[i], *this);
-        arrParents[r % n]->Multiply(*arrParents[i], *this);
+        const GA_Individual& mate = ParentAt(arrParents, i);
+        ParentAt(arrParents, n - 1 - nFromWorst).Multiply(mate, *this);
+        ParentAt(arrParents, r % n).Multiply(mate, *this);
         Step();
     }
 }

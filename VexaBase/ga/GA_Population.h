@@ -75,7 +75,7 @@ public:
     /// When a comparison or the allocation throws, p is deleted and the population holds what it held; the
     /// cursor may have moved. O(log length) comparisons. Each is a cursor walk of at most half the length, but
     /// while a population of no derived class evolves none up to 8192 individuals, and beyond that one of at
-    /// most length / 512.
+    /// most length / 512. Requires an individual in every element that the search meets.
     void Append(GA_Individual* p);
 
     // The virtual operations stand in the order of their slots, behind those of the list.
@@ -101,8 +101,8 @@ public:
     ///
     /// Then m_nGeneration grows by one, also when a phase was stopped early. The cursor ends where the last
     /// operation left it. When a hook throws, nothing leaks and the individuals entered so far stay. Requires
-    /// m_nPopSize >= 0, an individual in the population whenever a mutant is due, and a length whose square a
-    /// long can hold. A population of no derived class takes 72 KiB of stack.
+    /// m_nPopSize >= 0, an individual in every element, at least one whenever a mutant is due, and a length
+    /// whose square a long can hold. A population of no derived class takes 72 KiB of stack.
     virtual void Evolve();
 
     long m_nPopSize;         // how many individuals survive a generation; a setting, not negative

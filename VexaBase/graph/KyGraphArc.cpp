@@ -12,6 +12,29 @@ KyGraphNode* OtherEnd(const KyGraphArc& arc, const KyGraphNode* pNode) {
     return arc.m_pStart == pNode ? arc.m_pEnd : arc.m_pStart;
 }
 
+/// Finds out a walk that goes in circles, by comparing it with one earlier step: Brent's method.
+class WalkWatch {
+public:
+    /// Whether the walk has left this node along this arc before; true in the second round at the latest.
+    bool HasMet(const KyGraphNode* pNode, const KyGraphArc* pArc) {
+        if (pNode == m_pNode && pArc == m_pArc) {
+            return true;
+        }
+        if (--m_nStepsLeft == 0) {
+            m_nStepsLeft = m_nSteps *= 2;
+            m_pNode = pNode;
+            m_pArc = pArc;
+        }
+        return false;
+    }
+
+private:
+    const KyGraphNode* m_pNode = nullptr;
+    const KyGraphArc* m_pArc = nullptr;
+    long m_nSteps = 1;
+    long m_nStepsLeft = 1;
+};
+
 }  // namespace
 
 KyGraphArc::~KyGraphArc() { UnConnect(); }
@@ -48,7 +71,10 @@ KyGraphPath* KyGraphArc::FindMesh(int nDir) {
     pPath->m_pBeginNode = pBegin;
 
     KyGraphNode* pNode = pBegin;
+    [[maybe_unused]] WalkWatch forward;
     for (KyGraphArc* pArc = this; pArc != nullptr;) {
+        KY_CHECK(!forward.HasMet(pNode, pArc), "KyGraphArc::FindMesh", "a walk without end (%ld arcs passed)",
+                 pPath->m_nLength);
         pPath->Append(pArc);
         pNode = OtherEnd(*pArc, pNode);
         pArc = pNode != nullptr ? pNode->FindNextArc(pArc) : nullptr;
@@ -60,7 +86,10 @@ KyGraphPath* KyGraphArc::FindMesh(int nDir) {
     // The chain is open: the other half lies behind the beginning.
     pNode = pBegin;
     KyGraphArc* pArc = this;
+    [[maybe_unused]] WalkWatch backward;
     while (pNode != nullptr && (pArc = pNode->FindPreArc(pArc)) != nullptr) {
+        KY_CHECK(!backward.HasMet(pNode, pArc), "KyGraphArc::FindMesh",
+                 "a walk without end (%ld arcs passed)", pPath->m_nLength);
         pPath->InsertHead(pArc);
         pNode = OtherEnd(*pArc, pNode);
     }

@@ -45,7 +45,7 @@ public:
     /// begins at the node it was entered from. When the walk meets a dead end, the path is the whole open
     /// chain through this arc, and begins at its far end. The walk also ends when it comes back to this arc
     /// from the other side, which is where a bridge ends. A null end node is a dead end. O(arcs passed, times
-    /// the arcs at their nodes).
+    /// the arcs at their nodes). Requires a walk that ends, as every one does where no node lists an arc twice.
     KyGraphPath* FindMesh(int nDir);
 
     /// CmpArc, under the name that the searching lists ask for.

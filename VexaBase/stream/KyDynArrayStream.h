@@ -35,10 +35,12 @@ public:
     /// Stores nCount bytes at the position, which stays, in ascending order; the stream grows to hold them. A
     /// count below 1 stores nothing but still sets the length from the bytes. O(nCount), plus O(length) when
     /// a new block is taken; an allocation that fails leaves the stream as it was. The data may lie in the
-    /// stream's own bytes. Requires a position of 0 or more.
+    /// stream's own bytes. Requires, when there is a byte to store, a pData that is not null, a position of 0 or
+    /// more and m_bytes.m_nGrowBy >= 0.
     void Write(void* pData, long nCount) override;
 
-    /// Copies min(nCount, bytes from the position on) bytes, in ascending order. O(bytes copied).
+    /// Copies min(nCount, bytes from the position on) bytes, in ascending order. O(bytes copied). Requires a
+    /// pData that is not null when there is a byte to copy.
     void Read(void* pData, long nCount) override;
 
     ~KyDynArrayStream() override;

@@ -32,10 +32,12 @@ public:
     /// Stores nCount bytes at the position, which stays; makes every chunk up to the last byte's first. A
     /// count below 1 stores nothing, but makes the chunks up to position + nCount - 1 and lengthens the
     /// stream to position + nCount. O(nCount), plus the new chunks' bytes. When an allocation fails, the
-    /// chunks made so far stay, and the bytes are as they were. Requires a position of 0 or more.
+    /// chunks made so far stay, and the bytes are as they were. Requires, when there is a byte to store, a pData
+    /// that is not null and a position of 0 or more.
     void Write(void* pData, long nCount) override;
 
-    /// Copies min(nCount, length - position) bytes. O(bytes copied).
+    /// Copies min(nCount, length - position) bytes. O(bytes copied). Requires a pData that is not null when
+    /// there is a byte to copy.
     void Read(void* pData, long nCount) override;
 
     /// Deletes every chunk.

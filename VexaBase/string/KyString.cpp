@@ -406,6 +406,7 @@ void KyString::CreateNextTable(long* pNext) const {
     if (m_nStrLength < 1) {
         return;
     }
+    KY_CHECK(pNext != nullptr, "KyString::CreateNextTable", "no table (length %ld)", m_nStrLength);
     pNext[0] = -1;
     if (m_nStrLength == 1) {
         return;

@@ -101,6 +101,25 @@ TEST(ArrayChecksDeathTest, ReAllocateNeedsALengthOfZeroOrMore) {
         "VexaBase/containers/KyDynPArray\\.h:[0-9]+: KyDynPArray::ReAllocate: negative length \\(-7\\)");
 }
 
+TEST(ArrayChecksDeathTest, GrowthNeedsAStepOfZeroOrMore) {
+    KyDynArray<long> array(2, -1);
+    KyDynPArray<Owned> owning(0, -3);
+    array.ReAllocate(2);
+
+    EXPECT_DEATH(
+        array.ReAllocate(3),
+        "VexaBase/containers/KyDynArray\\.h:[0-9]+: KyDynArray::ReAllocate: negative growth step \\(-1\\)");
+    EXPECT_DEATH(owning.Append(nullptr), "KyDynArray::ReAllocate: negative growth step \\(-3\\)");
+}
+
+TEST(ArrayChecksDeathTest, MoveOfTheOwningArrayNeedsPositionsInsideIt) {
+    KyDynPArray<Owned> array;
+    Adopt(array, {1, 2, 3});
+
+    EXPECT_DEATH(array.Move(3, 0), "KyDynArray::GetCurData: no current element \\(index 3, length 3\\)");
+    EXPECT_DEATH(array.Move(0, 4), "KyDynArray::InsertCur: cursor out of range \\(index 4, length 3\\)");
+}
+
 TEST(ArrayChecksDeathTest, MoveNeedsPositionsInsideTheArray) {
     KyDynArray<long> array;
     FillTo(array, 0);

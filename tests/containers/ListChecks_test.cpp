@@ -63,14 +63,20 @@ TYPED_TEST(ListChecksDeathTest, IndexingANegativeIndexFindsNoCurrentElement) {
     EXPECT_DEATH(list[-1], "KyList::GetCurData: no current element \\(index -1, length 2\\)");
 }
 
-TYPED_TEST(ListChecksDeathTest, DelCurNeedsACurrentElement) {
-    TypeParam list;
-    Fill(list, {1, 2});
-    list.MoveTo(-1);
+TEST(EachKindOfListChecksDeathTest, DelCurNeedsACurrentElement) {
+    KyList<long> singly;
+    KyDList<long> doubly;
+    IndexedList indexed;
 
-    EXPECT_DEATH(list.DelCur(),
-                 "^VexaBase/containers/Ky(D|X)?List\\.h:[0-9]+: Ky(D|X)?List::DelCur: no current element "
-                 "\\(index -1, length 2\\)\n$");
+    EXPECT_DEATH(singly.DelCur(),
+                 "^VexaBase/containers/KyList\\.h:[0-9]+: KyList::DelCur: no current element "
+                 "\\(index -1, length 0\\)\n$");
+    EXPECT_DEATH(doubly.DelCur(),
+                 "^VexaBase/containers/KyDList\\.h:[0-9]+: KyDList::DelCur: no current element "
+                 "\\(index -1, length 0\\)\n$");
+    EXPECT_DEATH(indexed.DelCur(),
+                 "^VexaBase/containers/KyXList\\.h:[0-9]+: KyXList::DelCur: no current element "
+                 "\\(index -1, length 0\\)\n$");
 }
 
 TYPED_TEST(ListChecksDeathTest, SetLengthNeedsALengthThatIsNotNegative) {
@@ -116,6 +122,21 @@ TYPED_TEST(ListChecksDeathTest, ADoublyLinkedListTakesNoSinglyLinkedNodes) {
     EXPECT_DEATH(list.Conbine(singly, 0),
                  "^VexaBase/containers/KyDList\\.h:[0-9]+: KyDList::Conbine: "
                  "the other list is singly linked\n$");
+}
+
+TYPED_TEST(ListChecksDeathTest, ASinglyLinkedListTakesNoDoublyLinkedNodes) {
+    KyList<long> singly;
+    TypeParam list;
+    Fill(list, {1, 2});
+    KyList<long>& base = list;
+    if (dynamic_cast<KyDList<long>*>(&base) == nullptr) {
+        EXPECT_EQ(singly.Conbine(base, 0), 2);
+        return;
+    }
+
+    EXPECT_DEATH(singly.Conbine(base, 0),
+                 "^VexaBase/containers/KyList\\.h:[0-9]+: KyList::Conbine: "
+                 "the other list is doubly linked\n$");
 }
 
 TYPED_TEST(ListChecksDeathTest, WhatIsDefinedIsNeverFlagged) {

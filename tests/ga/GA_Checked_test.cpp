@@ -93,6 +93,14 @@ TEST(GA_CheckedDeathTest, AppendStopsAtAnElementWithoutIndividual) {
                  "GA_Population::Append: no individual in the element \\(index 0, length 1\\)");
 }
 
+TEST(GA_CheckedDeathTest, EvolveStopsAtAnElementWithoutIndividualToBreed) {
+    GA_Population population(1, 0);
+    population.ReAllocate(1);
+
+    EXPECT_DEATH(population.Evolve(),
+                 "GA_Population::Evolve: no individual in the element \\(index 0, length 1\\)");
+}
+
 TEST(GA_CheckedDeathTest, EvolveStopsAtAnElementWithoutIndividualToMutate) {
     MutatesOnly population(1, 100);
     population.ReAllocate(1);

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <string>
 
 #include "NumberedElements.h"
@@ -103,6 +104,24 @@ TEST(GraphChecksDeathTest, CheckNodeRequiresAnIndexOfANode) {
     EXPECT_DEATH(graph.CheckNode(-1), line("index -1, 3 nodes"));
     EXPECT_DEATH(graph.CheckNode(3), line("index 3, 3 nodes"));
     EXPECT_DEATH(empty.CheckNode(0), line("index 0, 0 nodes"));
+}
+
+TEST(GraphChecksDeathTest, FindMeshRequiresAWalkThatEnds) {
+    NumberedNode x(1);
+    NumberedNode y(2);
+    NumberedNode z(3);
+    NumberedArc lead(10, &x, &y);
+    NumberedArc there(20, &y, &z);
+    NumberedArc back(30, &z, &y);
+    for (KyGraphArc* const pArc : std::initializer_list<KyGraphArc*>{&lead, &there, &back, &there}) {
+        y.m_lstArc.Append(pArc);
+    }
+    z.AppendArc(&there);
+    z.AppendArc(&back);
+    const auto line = LineFrom("graph/KyGraphArc\\.cpp",
+                               "KyGraphArc::FindMesh: a walk without end \\([0-9]+ arcs passed\\)");
+
+    EXPECT_DEATH(lead.FindMesh(KyGraphArc::Forward), line);
 }
 
 // Defined, however odd

@@ -44,6 +44,12 @@ TEST(KyStringChecksDeathTest, ASearchFromANegativeStartIsStopped) {
     EXPECT_DEATH(s.Replace(L"a", L"b", -3), "KyString::Find: negative start \\(-3\\)");
 }
 
+TEST(KyStringChecksDeathTest, ANextTableWithoutMemoryIsStopped) {
+    KyString s(L"ab");
+
+    EXPECT_DEATH(s.CreateNextTable(nullptr), "KyString::CreateNextTable: no table \\(length 2\\)");
+}
+
 TEST(KyStringChecksDeathTest, ANullTextToCloneIsStopped) {
     EXPECT_DEATH(CloneString(nullptr), "KyString.cpp:[0-9]+: CloneString: no string");
 }
@@ -58,6 +64,7 @@ TEST(KyStringChecks, WhatIsDefinedIsNotStopped) {
     KyString s(nullptr);
     KyListQuene<long> queue;
 
+    s.CreateNextTable(nullptr);
     s.Copy(nullptr, -1);
     s.Copy(L"", -1);
     s.Copy(L"ab", 0);
