@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <string>
 
 #include "FacesTestKit.h"
@@ -162,6 +163,8 @@ struct Kind {
     std::size_t m_nLines;
     std::size_t m_nAreas;
 };
+
+void PrintTo(const Kind& kind, std::ostream* pOut) { *pOut << kind.m_strText; }
 
 class FacesMapReaderKinds : public testing::TestWithParam<Kind> {};
 
