@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "examples/faces/Colouring.h"
-#include "examples/faces/Utf8.h"
+#include "examples/program/XmlText.h"
 
 namespace faces {
 namespace {
@@ -83,7 +83,7 @@ public:
         m_strSvg = "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 " + Number(PageWidth) + " " +
                    Number(dHeight) + "\" width=\"" + Number(PageWidth) + "\" height=\"" + Number(dHeight) +
                    "\" font-family=\"system-ui, 'Segoe UI', 'DejaVu Sans', sans-serif\">\n";
-        m_strSvg += "<title>" + XmlText(m_map.m_strTitle) + "</title>\n";
+        m_strSvg += "<title>" + program::XmlText(m_map.m_strTitle) + "</title>\n";
         m_strSvg += std::string("<rect width=\"100%\" height=\"100%\" fill=\"") + Paper + "\"/>\n";
         Text(Margin, 50, 28, Ink, m_map.m_strTitle, " font-weight=\"600\"");
         Text(Margin, 76, 15, FaintInk, m_map.Subtitle());
@@ -104,8 +104,8 @@ private:
     void Text(double dX, double dY, int nSize, const char* pszFill, const std::string& strText,
               const char* pszMore = "") {
         m_strSvg += "<text x=\"" + Number(dX) + "\" y=\"" + Number(dY) + "\" font-size=\"" +
-                    std::to_string(nSize) + "\" fill=\"" + pszFill + "\"" + pszMore + ">" + XmlText(strText) +
-                    "</text>\n";
+                    std::to_string(nSize) + "\" fill=\"" + pszFill + "\"" + pszMore + ">" +
+                    program::XmlText(strText) + "</text>\n";
     }
 
     /// Thinner borders where there are many faces.
@@ -173,7 +173,7 @@ private:
             m_strSvg += "\"/>\n";
         } else {
             const std::string& strName = m_map.m_names[static_cast<std::size_t>(face.m_nName)];
-            m_strSvg += "\"><title>" + XmlText(strName) + "</title></path>\n";
+            m_strSvg += "\"><title>" + program::XmlText(strName) + "</title></path>\n";
         }
     }
 
@@ -242,31 +242,6 @@ private:
 }  // namespace
 
 std::string DrawSvg(const DrawnMap& map) { return SvgDrawing(map).Draw(); }
-
-std::string XmlText(const std::string& strText) {
-    const std::string strValid = ValidUtf8(strText);
-    std::string strXml;
-    for (std::size_t i = 0; i < strValid.size(); ++i) {
-        const char c = strValid[i];
-        const bool bNoCharacter =
-            strValid.compare(i, 3, "\xef\xbf\xbe") == 0 || strValid.compare(i, 3, "\xef\xbf\xbf") == 0;
-        if (bNoCharacter) {
-            strXml += "\xef\xbf\xbd";
-            i += 2;
-        } else if (c == '<') {
-            strXml += "&lt;";
-        } else if (c == '>') {
-            strXml += "&gt;";
-        } else if (c == '&') {
-            strXml += "&amp;";
-        } else if (c == '"') {
-            strXml += "&quot;";
-        } else {
-            strXml += static_cast<unsigned char>(c) < 0x20 ? ' ' : c;
-        }
-    }
-    return strXml;
-}
 
 std::string WithCommas(long n) {
     std::string strDigits = std::to_string(n);

@@ -11,9 +11,6 @@ namespace faces {
 /// borders, legend. A face shows its name when pointed at. The same map gives the same text.
 std::string DrawSvg(const DrawnMap& map);
 
-/// Text as it may stand in XML: markup escaped, and what is no character of XML replaced.
-std::string XmlText(const std::string& strText);
-
 /// 1234567 as 1,234,567.
 std::string WithCommas(long n);
 

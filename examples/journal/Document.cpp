@@ -5,6 +5,7 @@
 #include <sstream>
 
 #include "examples/journal/Text.h"
+#include "examples/program/XmlText.h"
 
 namespace journal {
 namespace {
@@ -87,8 +88,8 @@ std::string DrawSvg(const Document& document) {
     for (const Shape* pShape : document.m_shapes) {
         const std::string strElement = pShape->SvgElement();
         const std::string strTag = strElement.substr(1, strElement.find(' ') - 1);
-        svg << strElement << "<title>" << XmlText(pShape->m_strName) << "</title>" << pShape->SvgText()
-            << "</" << strTag << ">\n";
+        svg << strElement << "<title>" << program::XmlText(pShape->m_strName) << "</title>"
+            << pShape->SvgText() << "</" << strTag << ">\n";
     }
     svg << "</svg>\n";
     return svg.str();

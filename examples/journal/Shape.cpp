@@ -41,27 +41,4 @@ std::unique_ptr<Shape> NewShape(const KyRxClassInfo& info) {
     return shape;
 }
 
-std::string XmlText(const std::string& strText) {
-    std::string strXml;
-    for (const char ch : strText) {
-        switch (ch) {
-            case '&':
-                strXml += "&amp;";
-                break;
-            case '<':
-                strXml += "&lt;";
-                break;
-            case '>':
-                strXml += "&gt;";
-                break;
-            case '"':
-                strXml += "&quot;";
-                break;
-            default:
-                strXml += ch;
-        }
-    }
-    return strXml;
-}
-
 }  // namespace journal

@@ -69,7 +69,4 @@ std::string ShapeClassNames();
 /// A new shape of that class, initialised.
 std::unique_ptr<Shape> NewShape(const KyRxClassInfo& info);
 
-/// Text as it may stand in XML.
-std::string XmlText(const std::string& strText);
-
 }  // namespace journal

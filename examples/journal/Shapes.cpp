@@ -5,6 +5,7 @@
 #include "examples/journal/Bytes.h"
 #include "examples/journal/Text.h"
 #include "examples/journal/Words.h"
+#include "examples/program/XmlText.h"
 
 namespace journal {
 namespace {
@@ -14,7 +15,7 @@ std::string Attribute(const char* pszName, double d) {
     return " " + std::string(pszName) + "=\"" + ToText(d) + '"';
 }
 std::string Attribute(const char* pszName, const std::string& strValue) {
-    return " " + std::string(pszName) + "=\"" + XmlText(strValue) + '"';
+    return " " + std::string(pszName) + "=\"" + program::XmlText(strValue) + '"';
 }
 
 }  // namespace
@@ -135,6 +136,6 @@ std::string Label::SvgElement() const {
            Attribute("font-size", m_dHeight) + Attribute("fill", m_strColour) + '>';
 }
 
-std::string Label::SvgText() const { return XmlText(m_strText); }
+std::string Label::SvgText() const { return program::XmlText(m_strText); }
 
 }  // namespace journal

@@ -5,6 +5,8 @@
 #include <cstdio>
 #include <limits>
 
+#include "examples/program/XmlText.h"
+
 namespace tour {
 namespace {
 
@@ -30,23 +32,6 @@ std::string Number(double d) {
     char sz[32];
     std::snprintf(sz, sizeof(sz), "%.2f", d);
     return sz;
-}
-
-std::string XmlText(const std::string& str) {
-    std::string strXml;
-    for (const char c : str) {
-        if (c == '&') {
-            strXml += "&amp;";
-        } else if (c == '<') {
-            strXml += "&lt;";
-        } else if (c == '>') {
-            strXml += "&gt;";
-        } else {
-            // SVG is UTF-8, a file's name may be anything.
-            strXml += c >= ' ' && c <= '~' ? c : '?';
-        }
-    }
-    return strXml;
 }
 
 /// 1234567 as 1 234 567.
@@ -138,8 +123,8 @@ public:
         m_strSvg = "<svg xmlns=\"http://www.w3.org/2000/svg\" viewBox=\"0 0 " + Number(PageWidth) + " " +
                    Number(dHeight) + "\" width=\"" + Number(PageWidth) + "\" height=\"" + Number(dHeight) +
                    "\" font-family=\"system-ui, 'Segoe UI', 'DejaVu Sans', sans-serif\">\n<title>" +
-                   XmlText(m_picture.m_strTitle) + "</title>\n<rect width=\"100%\" height=\"100%\" fill=\"" +
-                   Paper + "\"/>\n";
+                   program::XmlText(m_picture.m_strTitle) +
+                   "</title>\n<rect width=\"100%\" height=\"100%\" fill=\"" + Paper + "\"/>\n";
         Text({Margin, 50}, 28, Ink, m_picture.m_strTitle, "font-weight=\"600\"");
         Text({Margin, 76}, 15, FaintInk, m_picture.m_strSubtitle);
         if (HasMap()) {
@@ -159,7 +144,7 @@ private:
               const std::string& strMore = "") {
         m_strSvg += "<text x=\"" + Number(at.x) + "\" y=\"" + Number(at.y) + "\" font-size=\"" +
                     std::to_string(nSize) + "\" fill=\"" + pszFill + "\" " + strMore + ">" +
-                    XmlText(strText) + "</text>\n";
+                    program::XmlText(strText) + "</text>\n";
     }
 
     void Line(Point a, Point b, const char* pszInk) {

@@ -1,13 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
 #include <string>
+
+#include "tests/program/ProgramTest.h"
 
 namespace faces {
 namespace {
@@ -21,45 +19,16 @@ using testing::Not;
 using testing::StartsWith;
 
 namespace fs = std::filesystem;
+using program::Outcome;
 
-struct Outcome {
-    int m_nExit;
-    std::string m_strOut;
-    std::string m_strErr;
-};
-
-/// Runs the program in a folder of its own.
-class FacesCommandLine : public testing::Test {
+class FacesCommandLine : public program::ProgramTest {
 protected:
-    FacesCommandLine() {
-        std::string strTemplate = (fs::temp_directory_path() / "faces-XXXXXX").string();
-        m_folder = ::mkdtemp(strTemplate.data());
-        fs::create_directory(m_folder / "work");
-    }
-    ~FacesCommandLine() override { fs::remove_all(m_folder); }
-
     Outcome Run(const std::string& strArguments, const std::string& strBefore = "") const {
-        const std::string strCommand = "cd '" + (m_folder / "work").string() + "' && { " + strBefore +
-                                       "'" FACES_PROGRAM "' " + strArguments + " ; } >../out 2>../err";
-        const int nStatus = std::system(strCommand.c_str());
-        return {WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1, Read(m_folder / "out"),
-                Read(m_folder / "err")};
+        return RunLine(strBefore + "'" FACES_PROGRAM "' " + strArguments);
     }
-
-    void Write(const std::string& strFile, const std::string& strText) const {
-        std::ofstream(m_folder / "work" / strFile) << strText;
-    }
-    static std::string Read(const fs::path& path) {
-        std::ifstream file(path);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    std::string ReadWork(const std::string& strFile) const { return Read(m_folder / "work" / strFile); }
-    bool Exists(const std::string& strFile) const { return fs::exists(m_folder / "work" / strFile); }
     std::ptrdiff_t CountFiles() const {
         return std::distance(fs::directory_iterator(m_folder / "work"), fs::directory_iterator());
     }
-
-    fs::path m_folder;
 };
 
 const std::string square =

@@ -16,16 +16,6 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-TEST(FacesText, MarkupIsEscaped) {
-    EXPECT_EQ(XmlText("<a href=\"b\"> & c"), "&lt;a href=&quot;b&quot;&gt; &amp; c");
-}
-
-TEST(FacesText, WhatIsNoCharacterOfXmlIsReplaced) {
-    EXPECT_EQ(XmlText("a\x01z\n\xc3\xa9"), "a z \xc3\xa9");
-    EXPECT_EQ(XmlText("a\xff"), "a\xef\xbf\xbd");
-    EXPECT_EQ(XmlText("a\xef\xbf\xbf"), "a\xef\xbf\xbd");
-}
-
 TEST(FacesText, ThousandsAreSetOff) {
     EXPECT_EQ(WithCommas(0), "0");
     EXPECT_EQ(WithCommas(999), "999");

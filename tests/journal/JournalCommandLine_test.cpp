@@ -1,14 +1,11 @@
 // The program from outside: what it prints and writes, and one line for whatever goes wrong.
 
 #include <gmock/gmock.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
+
+#include "tests/program/ProgramTest.h"
 
 namespace {
 
@@ -21,44 +18,13 @@ using testing::Not;
 using testing::StartsWith;
 
 namespace fs = std::filesystem;
+using program::Outcome;
 
-struct Outcome {
-    int m_nExit;
-    std::string m_strOut;
-    std::string m_strErr;
-};
-
-/// Runs the program in a folder of its own.
-class JournalCommandLine : public testing::Test {
+class JournalCommandLine : public program::ProgramTest {
 protected:
-    JournalCommandLine() {
-        std::string strTemplate = (fs::temp_directory_path() / "journal-XXXXXX").string();
-        m_folder = ::mkdtemp(strTemplate.data());
-        fs::create_directory(m_folder / "work");
-    }
-    ~JournalCommandLine() override { fs::remove_all(m_folder); }
-
     Outcome Run(const std::string& strArguments, const std::string& strInput = "") const {
-        std::ofstream(m_folder / "in") << strInput;
-        const std::string strCommand = "cd '" + (m_folder / "work").string() +
-                                       "' && { '" JOURNAL_PROGRAM "' " + strArguments +
-                                       " ; } <../in >../out 2>../err";
-        const int nStatus = std::system(strCommand.c_str());
-        return {WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1, Read(m_folder / "out"),
-                Read(m_folder / "err")};
+        return RunLine("'" JOURNAL_PROGRAM "' " + strArguments, strInput);
     }
-
-    void Write(const std::string& strFile, const std::string& strText) const {
-        std::ofstream(m_folder / "work" / strFile) << strText;
-    }
-    static std::string Read(const fs::path& path) {
-        std::ifstream file(path);
-        return {std::istreambuf_iterator<char>(file), {}};
-    }
-    std::string ReadWork(const std::string& strFile) const { return Read(m_folder / "work" / strFile); }
-    bool Exists(const std::string& strFile) const { return fs::exists(m_folder / "work" / strFile); }
-
-    fs::path m_folder;
 };
 
 /// One line on standard error that begins with the program's and the file's name.

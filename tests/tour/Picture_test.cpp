@@ -113,8 +113,8 @@ TEST(TourPicture, SaysWhereThereIsNothingToDraw) {
 TEST(TourPicture, WritesNamesAsText) {
     const Instance grid = Grid(2, 2);
 
-    EXPECT_THAT(DrawSvg({grid, {0, 1, 3, 2}, {}, "<a> & \xff\n", ""}),
-                HasSubstr("<title>&lt;a&gt; &amp; ?\?</title>"));
+    EXPECT_THAT(DrawSvg({grid, {0, 1, 3, 2}, {}, "<a> & \xff Z\xc3\xbcrich", ""}),
+                HasSubstr("<title>&lt;a&gt; &amp; \xef\xbf\xbd Z\xc3\xbcrich</title>"));
 }
 
 }  // namespace

@@ -1,15 +1,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "TourKit.h"
+#include "tests/program/ProgramTest.h"
 
 namespace tour {
 namespace {
@@ -24,44 +20,16 @@ using testing::Not;
 using testing::StartsWith;
 
 namespace fs = std::filesystem;
-
-struct Outcome {
-    int m_nExit;
-    std::string m_strOut;
-    std::string m_strErr;
-};
-
-std::string Read(const fs::path& path) {
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
+using program::Outcome;
 
 /// Runs the program in a folder of its own, where burma14.tsp lies.
-class TourCommandLine : public testing::Test {
+class TourCommandLine : public program::ProgramTest {
 protected:
-    TourCommandLine() {
-        std::string strTemplate = (fs::temp_directory_path() / "tour-XXXXXX").string();
-        m_folder = ::mkdtemp(strTemplate.data());
-        fs::create_directory(m_folder / "work");
-        Write("burma14.tsp", Burma);
-    }
-    ~TourCommandLine() override { fs::remove_all(m_folder); }
+    TourCommandLine() { Write("burma14.tsp", Burma); }
 
     Outcome Run(const std::string& strArguments, const std::string& strBefore = "") const {
-        const std::string strCommand = "cd '" + (m_folder / "work").string() + "' && { " + strBefore +
-                                       " '" TOUR_PROGRAM "' " + strArguments + " ; } >../out 2>../err";
-        const int nStatus = std::system(strCommand.c_str());
-        return {WIFEXITED(nStatus) ? WEXITSTATUS(nStatus) : -1, Read(m_folder / "out"),
-                Read(m_folder / "err")};
+        return RunLine(strBefore + " '" TOUR_PROGRAM "' " + strArguments);
     }
-
-    void Write(const std::string& strFile, const std::string& strText) const {
-        std::ofstream(m_folder / "work" / strFile) << strText;
-    }
-    std::string ReadWork(const std::string& strFile) const { return Read(m_folder / "work" / strFile); }
-    bool Exists(const std::string& strFile) const { return fs::exists(m_folder / "work" / strFile); }
-
-    fs::path m_folder;
 };
 
 auto IsOneLine(const std::string& strLine) { return testing::Eq("tour: " + strLine + "\n"); }
@@ -73,6 +41,20 @@ TEST_F(TourCommandLine, PrintsLengthGenerationsAndTime) {
     EXPECT_THAT(outcome.m_strOut,
                 MatchesRegex("burma14: 14 cities, length 3323, 5 generations, [0-9]+\\.[0-9] s\n"));
     EXPECT_THAT(outcome.m_strErr, IsEmpty());
+}
+
+TEST_F(TourCommandLine, VerboseTellsOfEveryGenerationAndQuietOfNothing) {
+    const Outcome verbose = Run("burma14.tsp --generations 3 -v");
+    EXPECT_EQ(verbose.m_nExit, 0);
+    EXPECT_THAT(verbose.m_strErr,
+                MatchesRegex("(generation [123]: best 33[0-9][0-9], mean [0-9]+\\.[0-9]\n)+"));
+    EXPECT_THAT(verbose.m_strErr, AllOf(StartsWith("generation 1: "), HasSubstr("\ngeneration 2: "),
+                                        HasSubstr("\ngeneration 3: best 3323, ")));
+    EXPECT_THAT(verbose.m_strOut, StartsWith("burma14: 14 cities, length 3323, 3 generations"));
+
+    const Outcome quiet = Run("burma14.tsp --generations 3 -q");
+    EXPECT_EQ(quiet.m_nExit, 0);
+    EXPECT_THAT(quiet.m_strOut + quiet.m_strErr, IsEmpty());
 }
 
 TEST_F(TourCommandLine, WritesTheTourAndThePicture) {
@@ -165,9 +147,9 @@ TEST_F(TourCommandLine, ReplacesNeitherItsInputNorItsOtherOutput) {
 }
 
 TEST_F(TourCommandLine, RefusesBadOptionsInOneLine) {
-    for (const char* pszOptions :
-         {"--generations -1", "--generations x", "--population 0", "--time-limit -1", "--nonsense",
-          "--stagnation 0", "--seed -1", "--migrants 3", "--mutation-rate -5"}) {
+    for (const char* pszOptions : {"--generations -1", "--generations x", "--population 0", "--time-limit -1",
+                                   "--nonsense", "another", "-q -v", "-o", "-o - --tour-out -",
+                                   "--stagnation 0", "--seed -1", "--migrants 3", "--mutation-rate -5"}) {
         const Outcome outcome = Run(std::string("burma14.tsp ") + pszOptions);
 
         EXPECT_EQ(outcome.m_nExit, 2) << pszOptions;
@@ -178,7 +160,8 @@ TEST_F(TourCommandLine, RefusesBadOptionsInOneLine) {
 
 TEST_F(TourCommandLine, ExplainsItself) {
     EXPECT_THAT(Run("--help").m_strOut, AllOf(HasSubstr("--tour-out"), HasSubstr("--islands")));
-    EXPECT_THAT(Run("--version").m_strOut, StartsWith("tour "));
+    EXPECT_EQ(Run("--help").m_nExit, 0);
+    EXPECT_EQ(Run("--version").m_strOut, "tour " VEXABASE_VERSION "\n");
 }
 
 #if defined(TOUR_MPIRUN)
