@@ -1,4 +1,4 @@
-# The example programs as tools to install: each with a man page made from its --help, and the map that they are shown on.
+# The example programs as tools to install: each with a man page made from its --help, and what they are shown on.
 
 find_program(VEXABASE_HELP2MAN help2man REQUIRED)
 mark_as_advanced(VEXABASE_HELP2MAN)
@@ -26,5 +26,8 @@ endfunction()
 vexabase_install_tool(faces "trace the faces of a map out of its border lines, and draw them")
 vexabase_install_tool(journal "edit a small drawing by a script")
 vexabase_install_tool(tour "look for the shortest closed tour through cities")
-install(FILES ${PROJECT_SOURCE_DIR}/examples/data/us-counties.topo.json DESTINATION ${CMAKE_INSTALL_DATADIR}/vexabase
-        COMPONENT tools)
+install(
+    FILES ${PROJECT_SOURCE_DIR}/examples/data/us-counties.topo.json ${PROJECT_SOURCE_DIR}/examples/data/time-zones.tsp
+          ${PROJECT_SOURCE_DIR}/examples/journal/house.txt
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/vexabase
+    COMPONENT tools)
