@@ -39,8 +39,17 @@ def objects(pointers):
             yield pointer.cast(pointer.dynamic_type).dereference()
 
 
+def is_complete(type):
+    """Whether there is more to the type than its name. Compilers leave the classes of a library out of a program's debug
+    information, for they expect them in the library's, which may have none."""
+    type = type.strip_typedefs()
+    return type.code != gdb.TYPE_CODE_STRUCT or bool(type.fields())
+
+
 def block_elements(value):
     data = value["m_pData"]
+    if not is_complete(data.type.target()):
+        return ()
     return (data[i] for i in range(length(value)))
 
 
@@ -49,6 +58,8 @@ def list_elements(value):
     have no more of the node type than its name."""
     head = value["m_pHead"]
     element = head.type.target().template_argument(0)
+    if not is_complete(element):
+        return
     link = head.type.pointer()
     offset_of_link = -(-element.sizeof // link.sizeof) * link.sizeof
     node = int(head)
@@ -269,7 +280,12 @@ class Printers(gdb.printing.PrettyPrinter):
         name = tag.partition("<")[0] if tag else None
         if name not in PRINTERS or not self.enabled_of[name].enabled:
             return None
-        return PRINTERS[name](value)
+        printer = PRINTERS[name](value)
+        try:
+            printer.to_string()
+        except gdb.error:
+            return None  # a field's class is not complete: gdb shows what there is
+        return printer
 
 
 def register(objfile):
