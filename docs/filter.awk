@@ -98,8 +98,15 @@ END {
         } else if (match(s, /; +\/\/ /) && s ~ /^    / && s !~ /NOLINT/) {
             s = substr(s, 1, RSTART) "  ///< " text(substr(s, RSTART + RLENGTH))
         }
+        if (s ~ /^[a-z]+:$/) isPrivate = s == "private:"
+        if (s == "};") isPrivate = 0
+        if (isPrivate && s ~ /^    (struct|class) .*{$/) {
+            # Doxygen would link to a list of classes that it does not make.
+            print "/// \\cond"
+            isHidden = 1
+        }
         print s
-        if (isHidden && s == "};") {
+        if (isHidden && s ~ /^(    )?};$/) {
             print "/// \\endcond"
             isHidden = 0
         }
