@@ -2,6 +2,7 @@
 
 #include <VexaBase/event/KyEventReactor.h>
 #include <VexaBase/event/KyScopedReactor.h>
+#include <VexaBase/string/KyUtf8.h>
 
 #include <iostream>
 
@@ -9,18 +10,13 @@ namespace {
 
 enum : unsigned int { Edited = 0x1, Saved = 0x2 };
 
-std::ostream& operator<<(std::ostream& out, const KyString& text) {
-    for (const wchar_t c : text) out << static_cast<char>(c);
-    return out;
-}
-
 /// Prints what reaches it.
 class Listener : public KyEventReactor {
 public:
     Listener(const char* pszWho, unsigned int nMask)
         : KyEventReactor(nMask), m_pszWho(pszWho) {}
     void React(const wchar_t* pszName, void* pData) override {
-        std::cout << "  " << m_pszWho << ": " << KyString(pszName);
+        std::cout << "  " << m_pszWho << ": " << KyToUtf8(pszName);
         if (pData != nullptr)
             std::cout << " (" << *static_cast<int*>(pData) << ')';
         std::cout << '\n';

@@ -3,6 +3,7 @@
 
 #include <VexaBase/string/CompareLabel.h>
 #include <VexaBase/string/KyString.h>
+#include <VexaBase/string/KyUtf8.h>
 
 #include <algorithm>
 #include <iostream>
@@ -11,10 +12,7 @@
 namespace {
 
 void Print(const char* what, const KyString& text) {
-    std::cout << what << " \"";
-    for (const wchar_t c : text)
-        std::cout << static_cast<char>(c);  // ASCII here
-    std::cout << "\"\n";
+    std::cout << what << " \"" << KyToUtf8(text) << "\"\n";
 }
 
 }  // namespace
