@@ -22,6 +22,10 @@ template <class Argument>
     return bElse;
 }
 
+/// Callers have it in line; this has the library export it all the same.
+[[gnu::used]] bool (KyRxClassInfo::*const g_pfnIsClassOf)(const KyRxClassInfo*) const =
+    &KyRxClassInfo::IsClassOf;
+
 }  // namespace
 
 KyRxClassInfo::KyRxClassInfo(const char* pszName, long nNumber, KyRxDynCreateClass* (*pfnCreate)(),
@@ -38,11 +42,8 @@ KyRxDynCreateClass* KyRxClassInfo::NewObject() const {
     return m_pfnCreate != nullptr ? m_pfnCreate() : nullptr;
 }
 
-// A descriptor answers for itself once none of its bases has. Whether it is the one asked for is seen on the
-// way to them, but no answer is given before that way has ended.
-bool KyRxClassInfo::IsClassOf(const KyRxClassInfo* pOther) const {
-    const KyRxClassInfo* pInfo = this;
-    bool bIs = pInfo == pOther;
+bool KyRxClassInfo::WalkOn(const KyRxClassInfo* pInfo, const KyRxClassInfo* pOther, bool bIs) {
+    bIs = bIs || pInfo == pOther;
     for (int nLevels = 1; nLevels < nLoopedLevels && pInfo->m_pBases[1] == nullptr; ++nLevels) {
         if (pInfo->m_pBases[0] == nullptr) return bIs;
         pInfo = pInfo->m_pBases[0];

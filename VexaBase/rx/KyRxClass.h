@@ -50,7 +50,9 @@ public:
     /// True when pOther describes this class or one of its ancestors. Depth first, left to right, bases
     /// before the class itself. O(paths to the roots). See above for the descriptors on which it does not
     /// return.
-    bool IsClassOf(const KyRxClassInfo* pOther) const;
+    KY_API bool IsClassOf(const KyRxClassInfo* pOther) const {
+        return Walk<nLevelsInLine>(this, pOther, false);
+    }
 
     /// The same walk, comparing names byte by byte. Requires a name.
     bool IsClassOf(const char* pszName) const;
@@ -59,6 +61,26 @@ public:
     const char* m_pszName;                 // the class name
     KyRxClassInfo* m_pBases[5];            // the direct bases; the first null ends them
     KyRxDynCreateClass* (*m_pfnCreate)();  // makes a new object; null when the class cannot be created
+
+private:
+    static constexpr int nLevelsInLine = 4;
+
+    // The walk by descriptor from pInfo on: so many levels of single inheritance in line, the others in the
+    // library. A descriptor answers for itself once none of its bases has. Whether it is the one asked for is
+    // seen on the way to them (bIs), but no answer is given before that way has ended.
+    template <int nLevels>
+    [[gnu::always_inline]] static inline bool Walk(const KyRxClassInfo* pInfo, const KyRxClassInfo* pOther,
+                                                   bool bIs) {
+        if constexpr (nLevels == 0) {
+            return WalkOn(pInfo, pOther, bIs);
+        } else {
+            if (__builtin_expect(pInfo->m_pBases[1] != nullptr, 0)) return WalkOn(pInfo, pOther, bIs);
+            bIs |= pInfo == pOther;
+            const KyRxClassInfo* const pBase = pInfo->m_pBases[0];
+            return pBase != nullptr ? Walk<nLevels - 1>(pBase, pOther, bIs) : bIs;
+        }
+    }
+    static bool WalkOn(const KyRxClassInfo* pInfo, const KyRxClassInfo* pOther, bool bIs);
 };
 
 /// The root of all classes that carry a descriptor.
