@@ -171,14 +171,10 @@ public:
     void Compare() {
         SettleForeignArcs();
         FUZZ_CHECK(m_comparisons.AreAllAskedAgain());
-        FUZZ_CHECK(SnapshotOf(m_graph) == m_steps.Take());
+        CompareNodes();
+        CompareArcs();
         for (const int nArc : m_foreign) {
             FUZZ_CHECK(RowOf(m_arcs.at(nArc)) == m_steps.RowOfArc(nArc));
-        }
-        for (const KyGraphNode* pNode : m_graph.m_lstNode) {
-            const KyPDList<KyGraphArc>& lstArc = pNode->m_lstArc;
-            FUZZ_CHECK(lstArc.GetLength() == std::distance(lstArc.begin(), lstArc.end()));
-            FUZZ_CHECK(lstArc.GetLength() == 0 || *lstArc.GetLast() == *std::prev(lstArc.end()));
         }
         FUZZ_CHECK(FaultIn(m_graph.m_lstNode).empty());
         FUZZ_CHECK(FaultIn(m_graph.m_lstArc).empty());
@@ -201,6 +197,32 @@ public:
     }
 
 private:
+    // As SnapshotOf and Take compare them, without copies: this takes most of the time.
+
+    void CompareNodes() const {
+        FUZZ_CHECK(m_graph.m_lstNode.GetLength() == static_cast<long>(m_steps.m_lstNode.size()));
+        auto itId = m_steps.m_lstNode.begin();
+        for (const KyGraphNode* pNode : m_graph.m_lstNode) {
+            const Steps::Node& node = m_steps.m_nodes.at(*itId);
+            FUZZ_CHECK(IdOf(pNode) == *itId && pNode->m_nBits == node.m_nBits);
+            const KyPDList<KyGraphArc>& lstArc = pNode->m_lstArc;
+            FUZZ_CHECK(lstArc.GetLength() == static_cast<long>(node.m_arcs.size()));
+            FUZZ_CHECK(std::equal(lstArc.begin(), lstArc.end(), node.m_arcs.begin(), node.m_arcs.end(),
+                                  [](const KyGraphArc* pArc, int nId) { return IdOf(pArc) == nId; }));
+            FUZZ_CHECK(node.m_arcs.empty() || IdOf(*lstArc.GetLast()) == node.m_arcs.back());
+            ++itId;
+        }
+    }
+
+    void CompareArcs() const {
+        FUZZ_CHECK(m_graph.m_lstArc.GetLength() == static_cast<long>(m_steps.m_lstArc.size()));
+        auto itId = m_steps.m_lstArc.begin();
+        for (const KyGraphArc* pArc : m_graph.m_lstArc) {
+            FUZZ_CHECK(RowOf(pArc) == m_steps.RowOfArc(*itId));
+            ++itId;
+        }
+    }
+
     void StepWithArc(long nOperation) {
         switch (nOperation) {
             case 15:
