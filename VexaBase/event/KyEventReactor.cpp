@@ -1,6 +1,5 @@
 #include "VexaBase/event/KyEventReactor.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cwchar>
@@ -20,12 +19,6 @@ namespace {
 
 bool Wants(const KyEventReactor& reactor, unsigned int nMask) {
     return nMask == 0 || reactor.m_nMask == 0 || (reactor.m_nMask & nMask) != 0;
-}
-
-/// Also when the list has been destroyed, at the end of the process.
-[[maybe_unused]] bool IsRegistered(const KyEventReactor* pReactor) {
-    return g_lstReactor.GetLength() != 0 &&
-           std::find(g_lstReactor.begin(), g_lstReactor.end(), pReactor) != g_lstReactor.end();
 }
 
 bool IsOnReactor() {
@@ -87,9 +80,7 @@ bool KyEvent::operator>(const KyEvent& other) const { return other < *this; }
 
 KyEventReactor::KyEventReactor(unsigned int nMask) : m_nMask(nMask) {}
 
-KyEventReactor::~KyEventReactor() {
-    KY_CHECK(!IsRegistered(this), "KyEventReactor::~KyEventReactor", "still registered (mask 0x%x)", m_nMask);
-}
+KyEventReactor::~KyEventReactor() = default;
 
 void KyRegisterReactor(KyEventReactor* pReactor) {
     KY_CHECK(pReactor != nullptr, "KyRegisterReactor", "null reactor");

@@ -65,7 +65,6 @@ public:
     /// pointer.
     virtual void React(const wchar_t* pszName, void* pData) = 0;
 
-    /// Leaves the channel alone. Requires a reactor that is not registered any more.
     virtual ~KyEventReactor();
 
     unsigned int m_nMask;  // the kinds of event wanted; 0 wants every event
