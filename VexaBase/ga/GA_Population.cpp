@@ -389,10 +389,10 @@ const GA_Individual& ParentAt(const KyArray<GA_Individual*>& arrParents, long i)
 }  // namespace
 
 void GA_Population::Breed() {
-    const KyArray<GA_Individual*> arrParents(*this);
-    const long n = arrParents.GetLength();
+    const long n = m_nLength;
     KY_CHECK(n == 0 || n <= std::numeric_limits<long>::max() / n, "GA_Population::Evolve",
              "the square of the length has no room (length %ld)", n);
+    const KyArray<GA_Individual*> arrParents(*this);
     for (long i = 0; i < n && IsContinue(); ++i) {
         const long r = std::rand();
         const long nFromWorst = static_cast<long>(std::sqrt(static_cast<double>(r % (n * n))));

@@ -79,6 +79,17 @@ TEST(GA_CheckedDeathTest, EvolveStopsAtANegativeSize) {
                  "^VexaBase/ga/GA_Population.cpp:[0-9]+: GA_Population::Evolve: negative size \\(-1\\)\n$");
 }
 
+TEST(GA_CheckedDeathTest, EvolveStopsAtALengthWhoseSquareALongCannotHold) {
+    Stopped population;
+    const auto evolveWithLength = [&population](long nLength) {
+        population.m_nLength = nLength;
+        population.Evolve();
+    };
+
+    EXPECT_DEATH(evolveWithLength(3037000500),
+                 "GA_Population::Evolve: the square of the length has no room \\(length 3037000500\\)");
+}
+
 TEST(GA_CheckedDeathTest, EvolveStopsWhenThereIsNobodyToMutate) {
     GA_Population population(10, 50);
 
