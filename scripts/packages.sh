@@ -9,6 +9,7 @@ test_packages=(libgtest-dev libgmock-dev librapidcheck-dev locales python3 gdb a
 package_packages=(dpkg-dev file help2man lintian debootstrap)
 check_packages=(clang clang-format clang-tidy libclang-rt-14-dev libopenmpi-dev openmpi-bin)
 docs_packages=(doxygen graphviz)
+mutate_packages=(clang python3-clang-14)
 bench_packages=(libbenchmark-dev python3 python3-matplotlib fonts-dejavu-core)
 peer_packages=(libboost-dev libboost-graph-dev libcgal-dev libsigc++-2.0-dev libcereal-dev libicu-dev libabsl-dev
     libpagmo-dev)
