@@ -12,6 +12,7 @@ import bisect
 import collections
 import concurrent.futures
 import json
+import math
 import mmap
 import os
 import re
@@ -630,9 +631,14 @@ class Program:
     def with_setting(self, setting):
         return {**os.environ, **self.environment, "RC_PARAMS": "seed=1", "GTEST_BRIEF": "1", **setting}
 
+    def expected(self, tests):
+        """Seconds that the tests take together: alone, each has the start of the program in its time."""
+        start = min(self.seconds.values())
+        return start + sum(self.seconds[test] - start for test in tests)
+
     def run(self, tests, setting, seconds):
         """The exit status and the processor's time. The clock's time is limited too, for what only waits."""
-        limit = int(seconds) + 1
+        limit = math.ceil(seconds)
 
         def limits():
             os.setsid()
@@ -713,14 +719,14 @@ def record_reach(programs, count, jobs):
         path.unlink()
 
 
-QUICK = 0.3  # seconds: tests below it come first
+QUICK = 0.3  # seconds of a test that is run early
+FIRST = 10  # tests of the first run
 
 
 class Judge:
     """Finds out which mutants the tests kill."""
 
     def __init__(self, programs):
-        self.programs = programs
         self.by_number = collections.defaultdict(list)
         for program in programs:
             for test in program.tests:
@@ -728,25 +734,28 @@ class Judge:
                     self.by_number[number].append((program, test))
 
     def runs(self, mutation):
-        """The runs that may kill it, the likely and cheap ones first."""
+        """The runs that may kill it, each a program and some of its tests: the likely and cheap ones first."""
         groups = collections.defaultdict(list)
         for program, test in self.by_number[mutation.number]:
             foreign = program.folder != mutation.file.subsystem
-            groups[(foreign, program.seconds[test] > QUICK, program.name)].append((program, test))
+            groups[(program.seconds[test] > QUICK, foreign, program)].append(test)
         runs = []
-        for (foreign, slow, _), members in groups.items():
-            program = members[0][0]
-            tests = [test for _, test in members]
-            runs.append((slow, foreign, sum(program.seconds[test] for test in tests), program, tests))
-        return sorted(runs, key=lambda run: run[:3])
+        for (slow, foreign, program), tests in groups.items():
+            # First those that do little else; they also meet an endless loop at little cost.
+            tests.sort(key=lambda test: len(program.reached[test]))
+            for first, part in ((True, tests[:FIRST]), (False, tests[FIRST:])):
+                if part:
+                    runs.append(((slow, not first, foreign, len(part)), program, part))
+        return [(program, tests) for _, program, tests in sorted(runs, key=lambda run: run[0])]
 
     def verdict(self, mutation):
         """'unreached', 'survived' or what killed it."""
         runs = self.runs(mutation)
         if not runs:
             return "unreached"
-        for _, _, seconds, program, tests in runs:
-            status, _ = program.run(tests, {"VEXABASE_MUTANT": str(mutation.number)}, 1 + 5 * seconds)
+        for program, tests in runs:
+            limit = 0.9 + 10 * program.expected(tests)
+            status, _ = program.run(tests, {"VEXABASE_MUTANT": str(mutation.number)}, limit)
             if status != 0:
                 return f"killed by {program.name}" + (" (time)" if status in (-signal.SIGKILL, -signal.SIGXCPU) else "")
         return "survived"

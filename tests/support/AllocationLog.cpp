@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 namespace {
@@ -37,13 +39,64 @@ std::array<Extent, 512> g_latestArrays;
 std::size_t g_nArrays = 0;
 
 constexpr std::size_t nDefaultAlignment = __STDCPP_DEFAULT_NEW_ALIGNMENT__;
+constexpr std::size_t nAnySize = SIZE_MAX;
+
+#if defined(__SANITIZE_ADDRESS__)
+constexpr bool bSanitized = true;
+#elif defined(__has_feature)
+constexpr bool bSanitized = __has_feature(address_sanitizer);
+#else
+constexpr bool bSanitized = false;
+#endif
+
+// Where no sanitizer watches a block's ends, it has its size in front and a guard behind it.
+struct Front {
+    void* m_pWhole;
+    std::size_t m_nBytes;
+};
+constexpr std::array<unsigned char, 16> guard = {0xA5, 0xC3, 0x96, 0xE1, 0xB4, 0xD2, 0x87, 0xF0,
+                                                 0xA5, 0xC3, 0x96, 0xE1, 0xB4, 0xD2, 0x87, 0xF0};
+
+void* TakeGuarded(std::size_t nBytes, std::size_t nAlignment) {
+    void* pWhole = nullptr;
+    if constexpr (bSanitized) {
+        return posix_memalign(&pWhole, nAlignment, nBytes != 0 ? nBytes : 1) == 0 ? pWhole : nullptr;
+    }
+    const std::size_t nFront = std::max(nAlignment, sizeof(Front));
+    if (posix_memalign(&pWhole, nAlignment, nFront + nBytes + guard.size()) != 0) {
+        return nullptr;
+    }
+    char* const p = static_cast<char*>(pWhole) + nFront;
+    const Front front = {pWhole, nBytes};
+    std::memcpy(p - sizeof(Front), &front, sizeof(Front));
+    std::memcpy(p + nBytes, guard.data(), guard.size());
+    return p;
+}
+
+void GiveGuarded(void* p, std::size_t nBytes) {
+    if constexpr (bSanitized) {
+        std::free(p);
+        return;
+    }
+    Front front = {};
+    std::memcpy(&front, static_cast<char*>(p) - sizeof(Front), sizeof(Front));
+    if (nBytes != nAnySize && nBytes != front.m_nBytes) {
+        std::fprintf(stderr, "A block of %zu bytes is given back as one of %zu\n", front.m_nBytes, nBytes);
+        std::abort();
+    }
+    if (std::memcmp(static_cast<char*>(p) + front.m_nBytes, guard.data(), guard.size()) != 0) {
+        std::fprintf(stderr, "Something was written behind a block of %zu bytes\n", front.m_nBytes);
+        std::abort();
+    }
+    std::free(front.m_pWhole);
+}
 
 void* Take(std::size_t nBytes, std::size_t nAlignment, bool bArray) {
     if (FaultAt::IsDue(FaultKind::Allocation) || nBytes > PTRDIFF_MAX) {
         throw std::bad_alloc();
     }
-    void* p = nullptr;
-    if (posix_memalign(&p, nAlignment, nBytes != 0 ? nBytes : 1) != 0) {
+    void* const p = TakeGuarded(nBytes, nAlignment);
+    if (p == nullptr) {
         throw std::bad_alloc();
     }
     ++g_nLiveBlocks;
@@ -68,7 +121,7 @@ void* TryToTake(std::size_t nBytes, bool bArray) noexcept {
     }
 }
 
-void Give(void* p, bool bArray, bool bUnsized) noexcept {
+void Give(void* p, bool bArray, bool bUnsized, std::size_t nBytes = nAnySize) noexcept {
     if (p == nullptr) {
         return;
     }
@@ -85,7 +138,7 @@ void Give(void* p, bool bArray, bool bUnsized) noexcept {
             }
         }
     }
-    std::free(p);
+    GiveGuarded(p, nBytes);
 }
 
 /// Keeps the log closed while its own answers are put together.
@@ -135,12 +188,16 @@ void operator delete(void* p) noexcept { Give(p, false, true); }
 void operator delete[](void* p) noexcept { Give(p, true, false); }
 void operator delete(void* p, const std::nothrow_t&) noexcept { Give(p, false, false); }
 void operator delete[](void* p, const std::nothrow_t&) noexcept { Give(p, true, false); }
-void operator delete(void* p, std::size_t) noexcept { Give(p, false, false); }
-void operator delete[](void* p, std::size_t) noexcept { Give(p, true, false); }
+void operator delete(void* p, std::size_t nBytes) noexcept { Give(p, false, false, nBytes); }
+void operator delete[](void* p, std::size_t nBytes) noexcept { Give(p, true, false, nBytes); }
 void operator delete(void* p, std::align_val_t) noexcept { Give(p, false, false); }
 void operator delete[](void* p, std::align_val_t) noexcept { Give(p, true, false); }
-void operator delete(void* p, std::size_t, std::align_val_t) noexcept { Give(p, false, false); }
-void operator delete[](void* p, std::size_t, std::align_val_t) noexcept { Give(p, true, false); }
+void operator delete(void* p, std::size_t nBytes, std::align_val_t) noexcept {
+    Give(p, false, false, nBytes);
+}
+void operator delete[](void* p, std::size_t nBytes, std::align_val_t) noexcept {
+    Give(p, true, false, nBytes);
+}
 
 AllocationLog::AllocationLog() {
     if (g_bOpen) {

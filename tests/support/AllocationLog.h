@@ -1,6 +1,7 @@
 // What a test sees of the global allocator: which blocks were taken and given back while a log was open, how
 // many are in use, and a failure to order. A program that uses it links test_allocator, which replaces the
-// global operators.
+// global operators. It stops when a block is given back with another size than its own, or when something was
+// written behind it.
 #pragma once
 
 #include <cstddef>
