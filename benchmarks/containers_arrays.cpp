@@ -11,6 +11,7 @@
 #include <numeric>
 #include <random>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "VexaBase/containers/KyDynArray.h"
@@ -304,20 +305,41 @@ BENCHMARK(SortByFunctionOurs)
     ->RangeMultiplier(2)
     ->Range(8, 1024);
 
-void SortByFunctionLimit(benchmark::State& state) {
-    const long nLength = state.range(0);
-    std::vector<long> array(static_cast<std::size_t>(nLength));
-    const Comparison pfnCompare = AnyComparison();
-    SortOneAfterAnother(state, array.data(), [&] {
-        long nAfter = 0;
-        for (long i = 0; i < nLength - 1; ++i) {
-            for (long j = i + 1; j < nLength; ++j) {
-                const std::size_t nFirst = static_cast<std::size_t>(i);
-                nAfter += pfnCompare(array[nFirst], array[static_cast<std::size_t>(j)]) > 0 ? 1 : 0;
-            }
+// The limit: one call for every pair, a rank for every element in one temporary array, and every element moved once,
+// along the cycles of the ranks.
+void SortByRank(std::vector<long>& array, Comparison pfnCompare) {
+    const std::size_t nLength = array.size();
+    const std::unique_ptr<std::size_t[]> rank(new std::size_t[nLength]);
+    std::iota(rank.get(), rank.get() + nLength, std::size_t{0});
+    for (std::size_t i = 0; i + 1 < nLength; ++i) {
+        std::size_t nBefore = 0;
+        for (std::size_t j = i + 1; j < nLength; ++j) {
+            const std::size_t nIsAfter = pfnCompare(array[i], array[j]) > 0 ? 1 : 0;
+            nBefore += nIsAfter;
+            rank[j] -= nIsAfter;
         }
-        benchmark::DoNotOptimize(nAfter);
-    });
+        rank[i] += nBefore;
+    }
+    for (std::size_t i = 0; i < nLength; ++i) {
+        long carried = array[i];
+        for (std::size_t nTarget = rank[i]; nTarget != i;) {
+            std::swap(carried, array[nTarget]);
+            nTarget = std::exchange(rank[nTarget], nTarget);
+        }
+        array[i] = carried;
+    }
+}
+
+void SortByFunctionLimit(benchmark::State& state) {
+    std::vector<long> array = RandomElements<long>();
+    array.resize(static_cast<std::size_t>(state.range(0)));
+    const Comparison pfnCompare = AnyComparison();
+    SortByRank(array, pfnCompare);
+    if (!std::is_sorted(array.begin(), array.end())) {
+        std::fprintf(stderr, "array sort: the limit does not sort %zu elements\n", array.size());
+        std::abort();
+    }
+    SortOneAfterAnother(state, array.data(), [&] { SortByRank(array, pfnCompare); });
 }
 BENCHMARK(SortByFunctionLimit)
     ->Name("array sort/comparison function/limit")
