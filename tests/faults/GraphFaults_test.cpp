@@ -279,6 +279,12 @@ void WithADuplicateArc(World& world) {
     Renumber(*NodeAt(world, 0)->m_lstArc.GetAt(0), 20);
 }
 
+/// A loop at an even position of the first node, which lists it once, now equals an arc that is elsewhere.
+void WithADuplicateLoop(World& world) {
+    Triangle(world);
+    Renumber(world.Arc(5, NodeAt(world, 0), NodeAt(world, 0)), 20);
+}
+
 /// Checks the first of three nodes; or, where that has been merged away before a fault, attaches the arcs that
 /// the fault left unlisted.
 void CheckFirstNode(World& world) {
@@ -376,6 +382,7 @@ const Operation<World> g_graph[] = {
     {"CheckNodeAndItsEvenArcs", WithTheFirstNodeAndArcsNow<9, 0>, CheckFirstNode, Changed},
     // The duplicate may be gone, and the others' positions around the node with it.
     {"CheckNodeWithADuplicateArc", WithADuplicateArc, CheckFirstNode, Changed},
+    {"CheckNodeWithADuplicateLoop", WithADuplicateLoop, CheckFirstNode, Changed},
     {"CheckNodeOntoAnother",
      [](World& w) {
          WithTheFirstNodeNow<2>(w);

@@ -184,6 +184,20 @@ TEST(KyGraphFaces, AnArcThatLostOneNodeEndsThere) {
     EXPECT_THAT(FacesOf(graph), ElementsAre(ElementsAre(Side(0, F), Side(0, B))));
 }
 
+TEST(KyGraphFaces, FromALostNodeAFaceGoesAroundByTheOtherEndAndComesBack) {
+    KyGraph graph;
+    AddArc(graph, {0, 0}, {1, 1});
+    AddArc(graph, {0, 0}, {0, 2});
+    AddArc(graph, {1, 1}, {0, 2});
+    KyGraphArc* const pTail = AddArc(graph, {1, 0}, {0, 0});
+    pTail->m_pStart->UnConnect();
+
+    const auto pFace = KyTraceFace(*pTail, nullptr);
+
+    EXPECT_THAT(SidesOf(*pFace), ElementsAre(Side(3, F), Side(0, F), Side(2, F), Side(1, B), Side(3, B)));
+    EXPECT_EQ(pFace->m_pBeginNode, nullptr);
+}
+
 TEST(KyGraphFaces, ThePathsAreTheVisitorsToKeep) {
     std::vector<std::unique_ptr<KyGraphPath>> paths;
     {
