@@ -5,6 +5,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <iterator>
 #include <memory>
 #include <new>
@@ -18,6 +19,8 @@
 #include "GA_TestKit.h"
 
 namespace {
+
+using testing::ElementsAre;
 
 using List = KyPDList<GA_Individual>;
 
@@ -369,6 +372,102 @@ TEST(GA_PlainPopulation, StaysWholeWhenAMutationRunsAGenerationThatLeavesTheLeng
     EXPECT_EQ(std::distance(population.begin(), population.end()), 12);
     EXPECT_TRUE(std::is_sorted(population.begin(), population.end(),
                                [](const GA_Individual* p, const GA_Individual* q) { return *p < *q; }));
+}
+
+/// A number, the smaller the fitter, that has no children and the mutants that the test gives it.
+class Number : public GA_Individual {
+public:
+    using Mutate = std::function<GA_Individual*()>;
+
+    Number(long nKey, const Mutate& mutate) : m_nKey(nKey), m_mutate(mutate) {}
+
+    GA_Individual* New() const override { return new Number(m_nKey, m_mutate); }
+    int Multiply(const GA_Individual&, GA_Population&) const override { return 0; }
+    GA_Individual* Mutation() const override { return m_mutate(); }
+    bool operator<(const GA_Individual& other) const override { return m_nKey < KeyOf(other); }
+    bool operator>(const GA_Individual& other) const override { return m_nKey > KeyOf(other); }
+
+    static long KeyOf(const GA_Individual& individual) {
+        return static_cast<const Number&>(individual).m_nKey;
+    }
+
+private:
+    long m_nKey;
+    const Mutate& m_mutate;
+};
+
+std::vector<long> KeysOf(const GA_Population& population) {
+    std::vector<long> keys;
+    for (const GA_Individual* p : population) {
+        keys.push_back(Number::KeyOf(*p));
+    }
+    return keys;
+}
+
+TEST(GA_PlainPopulation, OnceItIsLargeStaysInOrderWhereverItsMutantsGo) {
+    constexpr long nLength = 9000;
+    ScriptedRand::Set(Draws(nLength + 90, 1));
+    GA_Population population(nLength, 1);
+    std::vector<long> expected;
+    Number::Mutate mutate;
+    for (long i = 0; i < nLength; ++i) {
+        expected.push_back(2 * i);
+        static_cast<List&>(population).Append(new Number(2 * i, mutate));
+    }
+    // Every other one is the worst of all so far, the others go between two.
+    mutate = [&] {
+        const auto n = static_cast<long>(expected.size()) - nLength;
+        expected.push_back(n % 2 == 0 ? 2 * nLength + n : 199 * n);
+        return new Number(expected.back(), mutate);
+    };
+
+    population.Evolve();
+
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(population.m_nLength, nLength + 90);
+    EXPECT_EQ(KeysOf(population), expected);
+}
+
+TEST(GA_PlainPopulation, AnotherPopulationIsKeptInOrderMeanwhile) {
+    ScriptedRand::Set(Draws(100, 1));
+    GA_Population population(10, 50);
+    GA_Population other;
+    long nMutants = 0;
+    const Number::Mutate mutate = [&] {
+        other.Append(new Number(++nMutants * 3 % 5, mutate));
+        return new Number(nMutants * 20, mutate);
+    };
+    for (long i = 0; i < 10; ++i) {
+        population.Append(new Number(i * 10 + 5, mutate));
+    }
+
+    population.Evolve();
+
+    EXPECT_THAT(KeysOf(other), ElementsAre(0, 1, 2, 3, 4));
+    EXPECT_THAT(KeysOf(population), ElementsAre(5, 15, 20, 25, 35, 40, 45, 55, 60, 65, 75, 80, 85, 95, 100));
+}
+
+TEST(GA_PlainPopulation, AMutantIsTheOnlyOneWhereItsMakingEmptiedThePopulation) {
+    ScriptedRand::Set(Draws(100, 1));
+    GA_Population population(10, 20);
+    std::vector<std::unique_ptr<GA_Individual>> removed;
+    long nMutants = 0;
+    const Number::Mutate mutate = [&] {
+        for (GA_Individual*& p : population) {
+            removed.emplace_back(std::exchange(p, nullptr));
+        }
+        population.Reset();
+        return new Number(++nMutants, mutate);
+    };
+    for (long i = 0; i < 10; ++i) {
+        population.Append(new Number(i, mutate));
+    }
+
+    population.Evolve();
+
+    EXPECT_EQ(removed.size(), 11U);
+    EXPECT_THAT(KeysOf(population), ElementsAre(2));
+    EXPECT_EQ(population.m_nCurIndex, 0);
 }
 
 }  // namespace
