@@ -368,17 +368,22 @@ TEST(ArrayFastPaths, AnElementIsAppendedToItsOwnFullArray) {
     }
     Counting<double> derived(1, 0);
     derived.Append(std::nan(""));
+    Counting<double> full(2, 0);
+    full.Append(-0.0);
+    full.Append(2.5);
 
     array.Append(array.m_pData[0]);
     array.Append(array.m_pData[1]);
     array.Append(array.m_pData[2]);
     derived.Append(derived.m_pData[0]);
+    full.Append(full.m_pData[1]);
 
     EXPECT_EQ(array.m_nCapacity, 6);
     EXPECT_EQ(array.m_pData[3], 1.5);
     EXPECT_TRUE(std::isnan(array.m_pData[4]));
     EXPECT_TRUE(std::signbit(array.m_pData[5]));
     EXPECT_TRUE(std::isnan(derived.m_pData[1]));
+    EXPECT_EQ(full.m_pData[2], 2.5);
 }
 
 TEST(ArrayFastPaths, AnOverrideThatBringsItsOwnBlockIsFollowed) {

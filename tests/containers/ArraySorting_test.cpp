@@ -467,6 +467,43 @@ TEST(ArraySorting, NullSlotsAreNotPassedToTheComparisonOfObjects) {
     EXPECT_EQ(array.m_pData[3]->m_nKey, 2);
 }
 
+TEST(ArraySorting, NullSlotsAreNotPassedToTheOperatorsOfTheObjects) {
+    for (const bool bAscending : {true, false}) {
+        KyDynPArray<Noting> array;
+        Fill(array, {new Noting{2, 0}, nullptr, new Noting{1, 2}, nullptr});
+        g_compared.clear();
+
+        array.Sort(bAscending);
+
+        EXPECT_THAT(g_compared, ElementsAre(std::pair<long, long>(0, 2)));
+        EXPECT_EQ(array.m_pData[bAscending ? 0 : 3], nullptr);
+        EXPECT_EQ(array.m_pData[1] == nullptr, bAscending);
+    }
+}
+
+TEST(ArraySorting, NullSlotsGoFirstWhateverOrdersTheObjects) {
+    KyDynPArray<NonConstOrdered> operators;
+    KyDynPArray<Unordered> compared;
+    Fill(operators, {new NonConstOrdered{2}, nullptr, new NonConstOrdered{1}, new NonConstOrdered{3}});
+    Fill(compared, {new Unordered{2}, nullptr, new Unordered{1}, new Unordered{3}});
+
+    operators.Sort(true);
+    compared.Sort(
+        [](const Unordered& a, const Unordered& b) { return static_cast<int>(a.m_nKey - b.m_nKey); });
+
+    EXPECT_EQ(operators.m_pData[0], nullptr);
+    EXPECT_EQ(operators.m_pData[1]->m_nKey, 1);
+    EXPECT_EQ(operators.m_pData[3]->m_nKey, 3);
+    EXPECT_EQ(compared.m_pData[0], nullptr);
+    EXPECT_EQ(compared.m_pData[1]->m_nKey, 1);
+    EXPECT_EQ(compared.m_pData[3]->m_nKey, 3);
+    operators.Sort(false);
+
+    EXPECT_EQ(operators.m_pData[0]->m_nKey, 3);
+    EXPECT_EQ(operators.m_pData[2]->m_nKey, 1);
+    EXPECT_EQ(operators.m_pData[3], nullptr);
+}
+
 TEST(ArraySorting, ThePointerSortPassesNullSlotsLikeAnyPointer) {
     static long nNulls = 0;
     nNulls = 0;
@@ -594,13 +631,18 @@ TEST(ArraySorting, VirtualOperatorsOfTheObjectsAreHonoured) {
         bool operator>(const Animal& other) const override { return m_nKey < other.m_nKey; }
     };
     KyDynPArray<Animal> array;
-    Fill(array, {new Backwards(1), new Backwards(3), new Backwards(2)});
+    Fill(array, {new Backwards(1), new Backwards(3), nullptr, new Backwards(2)});
 
     array.Sort(true);
 
-    EXPECT_EQ(array.m_pData[0]->m_nKey, 3);
-    EXPECT_EQ(array.m_pData[1]->m_nKey, 2);
-    EXPECT_EQ(array.m_pData[2]->m_nKey, 1);
+    EXPECT_EQ(array.m_pData[0], nullptr);
+    EXPECT_EQ(array.m_pData[1]->m_nKey, 3);
+    EXPECT_EQ(array.m_pData[2]->m_nKey, 2);
+    EXPECT_EQ(array.m_pData[3]->m_nKey, 1);
+    array.Sort(false);  // for which the class has no operator
+
+    EXPECT_EQ(array.m_pData[0], nullptr);
+    EXPECT_EQ(array.m_pData[1]->m_nKey, 3);
 }
 
 // Comparisons that are none

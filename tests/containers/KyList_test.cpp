@@ -1064,6 +1064,27 @@ TEST(KyList, MoveToPreRestartsFromTheHead) {
     EXPECT_THAT(list.TakeCalls(), ElementsAre("MoveToPre", "MoveToLast"));
 }
 
+TEST(KyList, InsertCurLeavesTheCursorOnWhatAnOverrideInsertedBeforeItThrew) {
+    struct ThrowsTooLate : KyList<long> {
+        long* InsertAfterCur(const long& x) override {
+            long* const pElement = KyList<long>::InsertAfterCur(x);
+            if (x == 2) {
+                throw std::runtime_error("too late");
+            }
+            return pElement;
+        }
+    };
+    ThrowsTooLate list;
+    Fill(list, {1, 3});
+
+    EXPECT_THROW(list.InsertCur(2), std::runtime_error);
+
+    EXPECT_THAT(list, ElementsAre(1, 2, 3));
+    EXPECT_EQ(list.m_nCurIndex, 1);
+    EXPECT_EQ(list.GetCurData(), 2);
+    EXPECT_TRUE(IsSound(list));
+}
+
 TEST(KyList, BuildsItsEditingFromCursorOperations) {
     Recorded<KyList<long>> list;
     Fill(list, {0, 1, 2});

@@ -257,6 +257,27 @@ TYPED_TEST(EveryOwningList, ReleaseAllOnAnEmptyListDoesNothing) {
     EXPECT_TRUE(IsSound(list));
 }
 
+TEST(KyPDList, ReleaseAllEndsWhereADerivedListStepsPastItsLastElement) {
+    struct EndsLikeAnArray : KyPDList<Owned> {
+        void MoveToNext() override {
+            if (m_pCurNode == m_pTail) {
+                m_nCurIndex = m_nLength;
+            } else {
+                KyPDList<Owned>::MoveToNext();
+            }
+        }
+    };
+    EndsLikeAnArray list;
+    Adopt(list, {1, 2});
+    const OwnedWatch watch;
+
+    list.ReleaseAll();
+
+    EXPECT_THAT(watch.Destroyed(), ElementsAre(1, 2));
+    EXPECT_THAT(Ids(list), ElementsAre(nNullId, nNullId));
+    EXPECT_EQ(list.m_nCurIndex, 2);
+}
+
 TYPED_TEST(EveryOwningList, DestroysItsObjectsInOrderWhenItIsDestroyed) {
     const OwnedWatch watch;
 
