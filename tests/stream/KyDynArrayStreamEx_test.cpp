@@ -234,6 +234,17 @@ TEST(KyDynArrayStreamExRead, EndsAtTheLengthNotAtTheLastChunksEnd) {
     EXPECT_EQ(ReadBytes(stream, 4), "ef..");
 }
 
+TEST(KyDynArrayStreamExRead, EndsWithTheChunksWhereTheLengthGoesOn) {
+    KyDynArrayStreamEx stream(4);
+    WriteBytes(stream, "abcdefghij");
+    stream.m_chunks.MoveToLast();
+    stream.m_chunks.DelCur();
+
+    EXPECT_EQ(ReadBytes(stream, 10), "abcdefgh..");
+
+    EXPECT_THAT(State(stream), ElementsAre(0, 10, 2, 2));
+}
+
 TEST(KyDynArrayStreamExRead, AtOrBehindTheLengthCopiesNothing) {
     KyDynArrayStreamEx stream(4);
     WriteBytes(stream, "abcdef");
