@@ -21,9 +21,7 @@ bool Wants(const KyEventReactor& reactor, unsigned int nMask) {
     return nMask == 0 || reactor.m_nMask == 0 || (reactor.m_nMask & nMask) != 0;
 }
 
-bool IsOnReactor() {
-    return g_lstReactor.GetCurIndex() >= 0 && g_lstReactor.GetCurIndex() < g_lstReactor.GetLength();
-}
+bool IsOnReactor() { return g_lstReactor.GetCurIndex() >= 0; }
 
 /// Walks the reactors with the list's own cursor. A handler may change the list, move the cursor or destroy
 /// its reactor: all that is read after it is the cursor. While the handlers leave that where it is, the walk

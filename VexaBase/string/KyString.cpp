@@ -395,7 +395,7 @@ KyString& KyString::operator<<(double d) {
     Write(text.data(), PrintFixed(d, text), m_nStrLength);
 
     long nLast = m_nStrLength - 1;
-    while (nLast > 0 && m_pData[nLast] == L'0' && m_pData[nLast - 1] != L'.') {
+    while (m_pData[nLast] == L'0' && m_pData[nLast - 1] != L'.') {
         --nLast;
     }
     Cut(nLast + 1);
