@@ -69,7 +69,7 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Options& options) {
     app.add_option(
            "--grid", options.m_read.m_nGrid,
            "cells along the map's longer side (a quantized file's own grid, or 1000000, if not given)")
-        ->check(CLI::Range(1, MaxCoordinate));
+        ->check(program::Within(1, MaxCoordinate));
     app.add_option(
            "--y", options.m_strYAxis,
            "where y grows in the picture; auto is up for longitude and latitude, down for anything else")

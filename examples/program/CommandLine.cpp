@@ -30,6 +30,15 @@ void AddCommonOptions(CLI::App& app, CommonOptions& options, const std::string& 
     CLI::Option* const pVerbose = app.add_flag("-v,--verbose", options.m_bVerbose, strVerboseHelp);
     app.add_flag("-q,--quiet", options.m_bQuiet, "print nothing but errors")->excludes(pVerbose);
     app.set_version_flag("--version", app.get_name() + " " VEXABASE_VERSION);
+    app.footer(
+        "Exit status:\n"
+        "  0  it is done\n"
+        "  1  it cannot be done\n"
+        "  2  the command line makes no sense");
+}
+
+CLI::Validator Within(long nLeast, long nMost) {
+    return CLI::Range(nLeast, nMost).description(std::to_string(nLeast) + " to " + std::to_string(nMost));
 }
 
 std::optional<int> ReadCommandLine(CLI::App& app, int argc, char** argv, const std::function<void()>& check) {

@@ -20,9 +20,13 @@ struct CommonOptions {
     bool m_bQuiet = false;
 };
 
-/// Adds -o/--output, -v/--verbose, -q/--quiet, the two of which exclude each other, and --version.
+/// Adds -o/--output, -v/--verbose, -q/--quiet, the two of which exclude each other, and --version; --help also tells of
+/// the exit statuses.
 void AddCommonOptions(CLI::App& app, CommonOptions& options, const std::string& strOutputHelp,
                       const std::string& strVerboseHelp);
+
+/// Whether a number is one of these, for check().
+CLI::Validator Within(long nLeast, long nMost);
 
 /// Reads the command line; `check` throws CLI::ValidationError if it makes no sense as a whole. The exit status if the
 /// program is to end here.

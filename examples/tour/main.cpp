@@ -40,7 +40,7 @@ constexpr long UsualStagnation = 100;
 std::optional<int> ReadCommandLine(int argc, char** argv, Options& options) {
     CLI::App app("Looks for the shortest closed tour through cities.", "tour");
     Settings& settings = options.m_settings;
-    const auto positive = CLI::Range(1L, 1000000000L);
+    const auto positive = program::Within(1L, 1000000000L);
     app.add_option(
         "instance", options.m_strInput,
         "a TSPLIB file, - for standard input; the cities of the system's time-zone table if not given");
@@ -49,9 +49,9 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Options& options) {
     app.add_option("--tour-out", options.m_strTourFile,
                    "the tour file to write, in TSPLIB's format; - for standard output");
     app.add_option("--generations", settings.m_nGenerations, "stop after so many generations")
-        ->check(CLI::Range(0L, 1000000000L));
+        ->check(program::Within(0L, 1000000000L));
     app.add_option("--time-limit", options.m_dTimeLimit, "stop after so many seconds")
-        ->check(CLI::Range(0.0, 1e7));
+        ->check(CLI::Range(0.0, 1e7).description("0 to 10000000"));
     app.add_option("--stagnation", settings.m_limits.m_nStagnation,
                    "stop after so many generations without a shorter tour (" +
                        std::to_string(UsualStagnation) + " if no other limit is given)")
@@ -60,11 +60,11 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Options& options) {
     app.add_option("--seed", settings.m_nSeed, "the same one gives the same tour, unless time decides")
         ->capture_default_str();
     app.add_option("--population", settings.m_nPopSize, "tours that survive a generation, over all islands")
-        ->check(CLI::Range(1L, 1000000L))
+        ->check(program::Within(1L, 1000000L))
         ->capture_default_str();
     app.add_option("--mutation-rate", settings.m_nMutationRate,
                    "mutants a generation, in percent of the population")
-        ->check(CLI::Range(0L, 10000L))
+        ->check(program::Within(0L, 10000L))
         ->capture_default_str();
     CLI::Option* pIslands =
         app.add_flag("--islands", options.m_bIslands, "one population for each process of mpirun");
@@ -73,7 +73,7 @@ std::optional<int> ReadCommandLine(int argc, char** argv, Options& options) {
         ->capture_default_str()
         ->needs(pIslands);
     app.add_option("--migrants", settings.m_nMigrants, "tours that migrate at a time")
-        ->check(CLI::Range(1L, 1000L))
+        ->check(program::Within(1L, 1000L))
         ->capture_default_str()
         ->needs(pIslands);
     const auto exitStatus = program::ReadCommandLine(app, argc, argv, [&options] {

@@ -36,7 +36,8 @@ auto IsOneLineAbout(const std::string& strFile, const std::string& strReason) {
 TEST_F(JournalCommandLine, HelpAndVersionAreNoErrors) {
     const Outcome help = Run("--help");
     EXPECT_EQ(help.m_nExit, 0);
-    EXPECT_THAT(help.m_strOut, AllOf(HasSubstr("--open"), HasSubstr("--save"), HasSubstr("-o")));
+    EXPECT_THAT(help.m_strOut, AllOf(HasSubstr("--open"), HasSubstr("--save"), HasSubstr("-o"),
+                                     HasSubstr("\nExit status:\n  0  ")));
 
     const Outcome version = Run("--version");
     EXPECT_EQ(version.m_nExit, 0);

@@ -159,7 +159,9 @@ TEST_F(TourCommandLine, RefusesBadOptionsInOneLine) {
 }
 
 TEST_F(TourCommandLine, ExplainsItself) {
-    EXPECT_THAT(Run("--help").m_strOut, AllOf(HasSubstr("--tour-out"), HasSubstr("--islands")));
+    EXPECT_THAT(Run("--help").m_strOut,
+                AllOf(HasSubstr("--tour-out"), HasSubstr("--islands"),
+                      HasSubstr("--population INT:1 to 1000000=40\n"), HasSubstr("\nExit status:\n  0  ")));
     EXPECT_EQ(Run("--help").m_nExit, 0);
     EXPECT_EQ(Run("--version").m_strOut, "tour " VEXABASE_VERSION "\n");
 }
