@@ -149,7 +149,13 @@ class Mutation:
 
     @property
     def line_text(self):
-        return self.file.lines[self.line - 1].strip()
+        """The source line; a short one, such as a mere return, with the line above."""
+        line = self.line - 1
+        text = self.file.lines[line].strip()
+        while len(text) < 12 and line > 0:
+            line -= 1
+            text = f"{self.file.lines[line].strip()} {text}".strip()
+        return text
 
     @property
     def key(self):
@@ -754,7 +760,7 @@ class Judge:
         if not runs:
             return "unreached"
         for program, tests in runs:
-            limit = 0.9 + 10 * program.expected(tests)
+            limit = 0.9 + 4 * program.expected(tests)
             status, _ = program.run(tests, {"VEXABASE_MUTANT": str(mutation.number)}, limit)
             if status != 0:
                 return f"killed by {program.name}" + (" (time)" if status in (-signal.SIGKILL, -signal.SIGXCPU) else "")

@@ -145,7 +145,13 @@ public:
     explicit Witness(long nKey = 0, long nTag = 0) : m_nKey(nKey), m_nTag(nTag) {}
     Witness(const Witness& other) : m_nKey(other.m_nKey), m_nTag(other.m_nTag) { Note("copy", m_nTag); }
     Witness& operator=(const Witness&) = default;
-    ~Witness() { s_seen.push_back("destroy " + std::to_string(m_nTag)); }
+    ~Witness() {
+        if (s_bSorting) {
+            s_seen.push_back("destroy " + std::to_string(m_nTag) + " in " +
+                             std::to_string(s_pList->m_nLength) + " at " +
+                             std::to_string(s_pList->m_nCurIndex));
+        }
+    }
 
     static int Compare(const Witness& a, const Witness& b) {
         Note("compare", a.m_nTag, b.m_nTag);
@@ -158,6 +164,7 @@ public:
     long m_nTag;
 
     inline static const KyList<Witness>* s_pList;
+    inline static bool s_bSorting = false;
     inline static long s_nPatience;
     inline static std::vector<std::string> s_seen;
 
@@ -187,11 +194,13 @@ std::vector<std::string> SortWitnesses(const std::vector<long>& keys, Way way, l
     const std::vector<KyListNode<Witness>*> before = Nodes(list);
     Witness::s_nPatience = nPatience;
     Witness::s_seen.clear();
+    Witness::s_bSorting = true;
     try {
         SortBy(list, way, Witness::Compare);
     } catch (const std::runtime_error&) {
         Witness::s_seen.emplace_back("thrown");
     }
+    Witness::s_bSorting = false;
     std::vector<std::string> seen = Witness::s_seen;
     for (const KyListNode<Witness>* p : Nodes(list)) {
         const auto nTag = static_cast<std::size_t>(p->m_data.m_nTag);
