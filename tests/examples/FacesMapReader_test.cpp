@@ -204,6 +204,8 @@ struct BadMap {
     std::string m_strReason;
 };
 
+void PrintTo(const BadMap& map, std::ostream* pOut) { *pOut << map.m_strReason; }
+
 class FacesBadMap : public testing::TestWithParam<BadMap> {};
 
 TEST_P(FacesBadMap, TheReasonIsToldInOneLine) {
