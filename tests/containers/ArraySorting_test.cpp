@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <rapidcheck/gtest.h>
 
 #include <algorithm>
 #include <cmath>
@@ -419,6 +420,19 @@ TEST(ArraySorting, EachElementIsCarriedAlongItsCycleInNoMoreThanThreeCopies) {
     EXPECT_EQ(watch.Live(), 0);
 }
 
+TEST(ArraySorting, ACycleIsWalkedFromItsFirstElement) {
+    KyDynArray<Fragile> array;
+    Fill(array, {5, 1, 2, 3, 4});
+
+    {
+        // Into the hand, the one that stands in its place saved, and stored.
+        const FragileWatch watch(3);
+        EXPECT_THROW(array.Sort(true), std::runtime_error);
+    }
+
+    EXPECT_THAT(array, ElementsAre(Fragile(5), Fragile(1), Fragile(2), Fragile(3), Fragile(5)));
+}
+
 TEST(ArraySorting, AnOwningArrayMovesPointersAndDeletesNothing) {
     const OwnedWatch watch;
     KyDynPArray<Owned> array;
@@ -681,6 +695,56 @@ TEST(ArraySorting, EveryInconsistentAnswerOnThreeAndFourElementsLosesNone) {
             array.Sort([](const long&, const long&) { return static_cast<int>((nMask >> nAsked++) & 1U); });
 
             ASSERT_THAT(array, UnorderedElementsAreArray(elements)) << "answers " << n;
+        }
+    }
+}
+
+RC_GTEST_PROP(ArraySorting, RanksOfAComparisonThatIsNoneBecomeAnOrderByRankThenByPlace, ()) {
+    const auto nLength = *rc::gen::inRange<long>(1, 12);
+    auto ranks = *rc::gen::container<std::vector<long>>(static_cast<std::size_t>(nLength),
+                                                        rc::gen::inRange<long>(0, nLength));
+    std::vector<std::size_t> places(ranks.size());
+    std::iota(places.begin(), places.end(), 0U);
+    std::stable_sort(places.begin(), places.end(),
+                     [&ranks](std::size_t a, std::size_t b) { return ranks[a] < ranks[b]; });
+    std::vector<long> expected(ranks.size());
+    for (std::size_t i = 0; i < places.size(); ++i) {
+        expected[places[i]] = static_cast<long>(i);
+    }
+
+    KyMakeRanksDistinct(ranks.data(), nLength);
+
+    RC_ASSERT(ranks == expected);
+}
+
+TEST(ArraySorting, FewElementsAreMovedAtOnceToRanksThatAreAPermutation) {
+    for (const long nLength : {1L, 2L, 31L, 32L, 33L, 63L, 64L, 65L}) {
+        std::vector<long> elements(static_cast<std::size_t>(nLength));
+        std::iota(elements.begin(), elements.end(), 0L);
+        const std::vector<long> backwards(elements.rbegin(), elements.rend());
+        const std::vector<long> before = elements;
+
+        const bool bMoved = KyPlaceFewByRank(elements.data(), backwards.data(), nLength);
+
+        EXPECT_EQ(bMoved, nLength <= 64) << nLength;
+        EXPECT_EQ(elements, bMoved ? backwards : before) << nLength;
+    }
+}
+
+TEST(ArraySorting, FewElementsAreNotMovedToRanksOfWhichOneIsMissing) {
+    for (long nLength = 2; nLength <= 64; ++nLength) {
+        std::vector<long> ranks(static_cast<std::size_t>(nLength));
+        std::vector<long> elements(ranks.size());
+        for (long nMissing = 0; nMissing < nLength; ++nMissing) {
+            std::iota(ranks.begin(), ranks.end(), 0L);
+            ranks[static_cast<std::size_t>(nMissing)] = nMissing == 0 ? 1 : nMissing - 1;
+            std::iota(elements.begin(), elements.end(), 0L);
+            const std::vector<long> before = elements;
+
+            const bool bMoved = KyPlaceFewByRank(elements.data(), ranks.data(), nLength);
+
+            ASSERT_FALSE(bMoved) << nLength << " elements, none of rank " << nMissing;
+            ASSERT_EQ(elements, before);
         }
     }
 }
