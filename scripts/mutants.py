@@ -137,7 +137,6 @@ class Mutation:
     def __init__(self, file, start, end, kind, mutant):
         self.file, self.start, self.end, self.kind, self.mutant = file, start, end, kind, mutant
         self.number = self.occurrence = None
-        self.condition = kind == "negated"
 
     @property
     def line(self):
@@ -226,13 +225,13 @@ class SourceFile:
     def close(self, start, end):
         self.closed.append((start, end))
 
-    def is_open(self, start, end):
-        return not any(start < to and begin < end for begin, to in self.closed if not (start < begin and to < end))
+    def is_open(self, at):
+        return not any(begin <= at < to for begin, to in self.closed)
 
     def add(self, start, end, kind, mutant):
         """A directive inside would be taken apart; a macro's text is its definition's."""
         directive = re.search(r"^\s*#", self.code[start:end], re.M)
-        if self.is_open(start, start + 1) and self.is_open(end - 1, end) and directive is None:
+        if self.is_open(start) and self.is_open(end - 1) and directive is None:
             self.mutations.append(Mutation(self, start, end, kind, mutant))
 
 
@@ -434,17 +433,16 @@ def parse(files):
                 Finder(by_path[cursor.location.file.name]).visit(cursor)
 
 
-def number_mutations(files, all_files):
+def number_mutations(files):
     """Gives each mutation its number, and its place among those that look the same in its line."""
-    bases = {f.name: NUMBERS_PER_FILE * (i + 1) for i, f in enumerate(all_files)}
-    for file in files:
+    for place_of_file, file in enumerate(files, 1):
         unique = {(m.start, m.end, m.kind): m for m in file.mutations}
         file.mutations = sorted(unique.values(), key=lambda m: (m.start, -m.end, m.kind))
         if len(file.mutations) >= NUMBERS_PER_FILE:
             raise Failure(f"{file.name} has more mutations than there are numbers")
         seen = collections.Counter()
         for i, mutation in enumerate(file.mutations):
-            mutation.number = bases[file.name] + i
+            mutation.number = NUMBERS_PER_FILE * place_of_file + i
             place = (mutation.kind, mutation.line_text)
             seen[place] += 1
             mutation.occurrence = seen[place]
@@ -481,7 +479,7 @@ def instrumented(file, left_out):
 
     def rendered(piece):
         text = inside(piece)
-        negation = any(m.condition for m in piece.mutations)
+        negation = any(m.kind == "negated" for m in piece.mutations)
         dropping = [m for m in piece.mutations if m.mutant is None]
         if dropping:
             return f"{{ if (!Mutant({dropping[0].number})) {text} }}"
@@ -844,7 +842,7 @@ def main():
     all_files = [SourceFile(path) for path in sorted((ROOT / "VexaBase").rglob("*")) if path.suffix in (".h", ".cpp")]
     say("Finding the mutants")
     parse(all_files)
-    number_mutations(all_files, all_files)
+    number_mutations(all_files)
     files = chosen(all_files, options.files)
     mutations = [m for f in files for m in f.mutations][:: options.every]
     if options.list:
@@ -894,7 +892,7 @@ def main():
             verdicts[mutation.number] = known[json.dumps(mutation.key)] = future.result()
             if not future.result().startswith("killed"):
                 print(f"    {future.result()}: {mutation}", flush=True)
-            if done % 100 == 0 or done == len(to_judge):
+            if done % 50 == 0 or done == len(to_judge):
                 say(f"{done} of {len(to_judge)} in {time.monotonic() - begin:.0f} s")
                 results_file.write_text(json.dumps(known, indent=0))
     judged = {m.number for m in mutations}
