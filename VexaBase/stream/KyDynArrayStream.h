@@ -150,7 +150,7 @@ private:
         if constexpr (std::is_same_v<T, bool>) {
             value = *pFrom != 0;
         } else {
-            std::memcpy(&value, pFrom, sizeof(T));
+            std::memmove(&value, pFrom, sizeof(T));
         }
         m_bytes.m_nCurIndex = nPos + Width<T>();
         return true;

@@ -1,7 +1,6 @@
 #include "VexaBase/stream/KyStream.h"
 
 #include <algorithm>
-#include <cstring>
 #include <limits>
 
 #include "VexaBase/stream/KyDynArrayStream.h"
@@ -69,11 +68,7 @@ void KyStream::ReadBool(bool& value) {
         return;
     }
     Read(&value, sizeof(bool));
-    unsigned char nByte = 0;
-    std::memcpy(&nByte, &value, sizeof(bool));
-    if (nByte > 1) {
-        value = true;
-    }
+    value = reinterpret_cast<const unsigned char&>(value) != 0;
     MoveTo(PastTheNext(sizeof(bool)));
 }
 

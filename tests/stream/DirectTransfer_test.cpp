@@ -249,18 +249,24 @@ RC_GTEST_PROP(DirectTransfer, OfAChunkedStreamFollowsTheRuleOfChunks, ()) {
 // Where there is something to tell
 
 TEST(DirectTransfer, IntoTheBytesThatAreBeingReadCopiesThemInAscendingOrder) {
-    for (long nPos = 1; nPos <= 8; ++nPos) {
-        KyDynArrayStream stream(16);
-        Derived<KyDynArrayStream> derived(16);
+    const std::string letters = "abcdefghijklmnopqrstuvwx";
+    for (std::size_t nPos = 0; nPos <= 16; ++nPos) {
+        std::string expected = letters;
+        for (std::size_t i = 0; i < 8; ++i) {
+            expected[8 + i] = expected[nPos + i];
+        }
+        KyDynArrayStream stream(24);
+        Derived<KyDynArrayStream> derived(24);
         for (KyDynArrayStream* pStream : {&stream, static_cast<KyDynArrayStream*>(&derived)}) {
-            WriteBytes(*pStream, "abcdefghijklmnop");
-            pStream->MoveTo(nPos);
+            WriteBytes(*pStream, letters);
+            pStream->MoveTo(static_cast<long>(nPos));
             long& nInside = *new (pStream->m_bytes.m_pData + 8) long;
             std::memcpy(pStream->m_bytes.m_pData + 8, "ijklmnop", 8);
             *pStream >> nInside;
         }
 
-        EXPECT_EQ(Bytes(stream), Bytes(derived)) << "position " << nPos;
+        EXPECT_EQ(Bytes(stream), expected) << "position " << nPos;
+        EXPECT_EQ(Bytes(derived), expected) << "position " << nPos;
     }
 }
 
@@ -292,6 +298,35 @@ TEST(DirectTransfer, AtTheLargestPositionStaysThere) {
     EXPECT_EQ(nValue, 77);
     EXPECT_EQ(contiguous.m_nPos, LONG_MAX);
     EXPECT_EQ(chunked.m_nPos, LONG_MAX);
+}
+
+TEST(DirectTransfer, OverAChunkReachesTheOneBehindIt) {
+    for (const long nSkipped : {1L, 2L, 3L}) {
+        KyDynArrayStreamEx stream(8);
+        stream << 0L << 1L << 2L << 3L << 4L;
+        long nValue = 77;
+        stream.MoveTo(0);
+        stream >> nValue;
+
+        stream.MoveTo(8 + 8 * nSkipped);
+        stream >> nValue;
+        EXPECT_EQ(nValue, 1 + nSkipped);
+        EXPECT_EQ(stream.m_chunks.m_nCurIndex, 2 + nSkipped);
+
+        stream.MoveTo(0);
+        stream << 10L;
+        stream.MoveTo(8 + 8 * nSkipped);
+        stream << 20L;
+        std::vector<long> values;
+        stream.MoveTo(0);
+        for (int i = 0; i < 5; ++i) {
+            stream >> nValue;
+            values.push_back(nValue);
+        }
+        std::vector<long> expected = {10, 1, 2, 3, 4};
+        expected[static_cast<std::size_t>(1 + nSkipped)] = 20;
+        EXPECT_EQ(values, expected);
+    }
 }
 
 TEST(DirectTransfer, ToAChunkBehindThoseThatExistTakesTheLongWay) {

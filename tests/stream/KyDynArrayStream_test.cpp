@@ -193,16 +193,21 @@ TEST(KyDynArrayStreamWrite, TakesItsOwnBytesWhetherItGrowsOrNot) {
 
 TEST(KyDynArrayStreamWrite, OwnBytesAreCopiedInAscendingOrder) {
     KyDynArrayStream up(100);
-    WriteBytes(up, "abcdef");
+    WriteBytes(up, "abcdefgh");
     up.MoveTo(2);
+    KyDynArrayStream upByOne(100);
+    WriteBytes(upByOne, "abcdefgh");
+    upByOne.MoveTo(1);
     KyDynArrayStream down(100);
-    WriteBytes(down, "abcdef");
+    WriteBytes(down, "abcdefgh");
 
     up.Write(up.m_bytes.m_pData, 4);
+    upByOne.Write(upByOne.m_bytes.m_pData, 4);
     down.Write(down.m_bytes.m_pData + 2, 4);
 
-    EXPECT_EQ(Bytes(up), "ababab") << "what was copied is copied again";
-    EXPECT_EQ(Bytes(down), "cdefef");
+    EXPECT_EQ(Bytes(up), "abababgh") << "what was copied is copied again";
+    EXPECT_EQ(Bytes(upByOne), "aaaaafgh");
+    EXPECT_EQ(Bytes(down), "cdefefgh");
 }
 
 // Read
