@@ -10,19 +10,16 @@ class LabelReader {
 public:
     explicit LabelReader(const wchar_t* pLabel) : m_p(pLabel) {}
 
-    /// The next character of the text part, 0 at its end. The digits before it go into the number.
+    /// The next character of the text part, 0 at its end, behind which there is none to ask for. The digits
+    /// before it go into the number.
     wchar_t NextOfText() {
         if (!m_bTakeAlong) {
             for (; *m_p >= L'0' && *m_p <= L'9'; ++m_p) {
                 AddDigit(*m_p - L'0');
             }
         }
-        const wchar_t ch = *m_p;
-        if (ch == 0) {
-            // A terminator that was to be taken along ends the text like any other.
-            return 0;
-        }
-        ++m_p;
+        // A terminator that was to be taken along ends the text like any other.
+        const wchar_t ch = *m_p++;
         m_bTakeAlong = !m_bTakeAlong && ch < 0;
         return ch;
     }

@@ -11,6 +11,7 @@
 #include <cstring>
 #include <cwchar>
 #include <limits>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -58,7 +59,8 @@ private:
     const wchar_t* m_pEnd;
 };
 
-/// A few characters of a pattern, and where in a text they are all right, for a block of positions at once.
+/// A few characters of a pattern, its first one to begin with, and where in a text they are all right, for a
+/// block of positions at once.
 template <int nProbes>
 class Probes {
 public:
@@ -93,7 +95,8 @@ private:
         return static_cast<unsigned>(__builtin_ia32_movmskps(reinterpret_cast<FourFloats>(mask)));
     }
     Four AreRightAtFour(const wchar_t* p) const {
-        Four right = Load(p + m_indices[0]) == m_characters[0];
+        // The first one stands at 0.
+        Four right = Load(p) == m_characters[0];
         for (int i = 1; i < nProbes; ++i) {
             right &= Load(p + m_indices[i]) == m_characters[i];
         }
@@ -127,9 +130,7 @@ public:
     void ForEachMatch(const wchar_t* pText, long nFrom, long nEnd, OnMatch onMatch) const {
         // A match begins below this.
         const long nBehind = nEnd - m_nPattern + 1;
-        if (nFrom < nBehind) {
-            nFrom = SearchByFirst(pText, nFrom, nBehind, onMatch);
-        }
+        nFrom = SearchByFirst(pText, nFrom, nBehind, onMatch);
         if (nFrom < nBehind) {
             nFrom = SearchByProbes(TwoProbes(), nInterruption, pText, nFrom, nBehind, onMatch);
         }
@@ -233,15 +234,13 @@ private:
         }
     }
 
-    /// The first character, and the last one that is another.
+    /// The first character, and the last one that is another, or the last one where there is no other.
     Probes<2> TwoProbes() const {
-        long nOther = m_nPattern - 1;
-        while (nOther > 0 && m_p[nOther] == m_p[0]) {
-            --nOther;
-        }
+        const std::wstring_view pattern(m_p, Size(m_nPattern));
+        const std::size_t nOther = pattern.find_last_not_of(*m_p);
         Probes<2> probes;
         probes.Set(0, m_p, 0);
-        probes.Set(1, m_p, nOther > 0 ? nOther : m_nPattern - 1);
+        probes.Set(1, m_p, nOther == std::wstring_view::npos ? m_nPattern - 1 : static_cast<long>(nOther));
         return probes;
     }
 

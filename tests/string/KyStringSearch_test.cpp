@@ -277,6 +277,20 @@ TEST(KyStringFind, FindsPatternsOfAnyLength) {
     }
 }
 
+TEST(KyStringFind, ATextThatNearlyMatchesAlmostEverywhereIsSearchedInLinearTime) {
+    std::wstring text;
+    for (int i = 0; i < 200000; ++i) {
+        text += L"ab";
+    }
+    std::wstring pattern = text.substr(0, 200000);
+    text += L"cb";
+    const KyString s((text + text).c_str());
+
+    EXPECT_EQ(s.Find(pattern.c_str()), 0);
+    EXPECT_EQ(s.Find((pattern + L"cb").c_str()), 200000);
+    EXPECT_EQ(s.Find((pattern + L"db").c_str()), -1);
+}
+
 struct Window {
     long m_nStart;
     long m_nEnd;
@@ -420,6 +434,42 @@ TEST(KyStringFindAll, AgreesWithANaiveSearchForEveryTextPatternAndWindowUpToEigh
 }
 
 // The operations that do nothing
+
+std::wstring Repeated(const std::wstring& unit, int nTimes) {
+    std::wstring text;
+    for (int i = 0; i < nTimes; ++i) {
+        text += unit;
+    }
+    return text;
+}
+
+void ExpectAllMatches(const std::wstring& text, const std::wstring& pattern) {
+    Positions queue;
+
+    KyString(text.c_str()).Find(pattern.c_str(), queue, 0, -1);
+
+    EXPECT_EQ(queue.m_positions, AllMatches(text, pattern, 0, -1)) << "length " << text.size();
+}
+
+TEST(KyStringFindAll, FindsAMatchBehindAnyNumberOfBeginningsOfOne) {
+    for (int nBeginnings = 0; nBeginnings < 120; ++nBeginnings) {
+        ExpectAllMatches(Repeated(L"aab", nBeginnings) + L"aabb" + Repeated(L"aab", 40) + L"aabb", L"abb");
+    }
+}
+
+TEST(KyStringFindAll, FindsNoMatchThatOverlapsTheOneBehindAnyNumberOfBeginnings) {
+    for (const std::size_t nPattern : {5U, 9U, 20U}) {
+        const std::wstring pattern(nPattern, L'a');
+        for (std::size_t nBeginning = 1; nBeginning < nPattern; ++nBeginning) {
+            const std::wstring beginning = std::wstring(nBeginning, L'a') + L"b";
+            for (int nBeginnings = 0; nBeginnings < 40; ++nBeginnings) {
+                ExpectAllMatches(Repeated(beginning, nBeginnings) + std::wstring(2 * nPattern - 1, L'a') +
+                                     L"b" + Repeated(beginning, 60) + pattern,
+                                 pattern);
+            }
+        }
+    }
+}
 
 TEST(KyStringFindEx, ReturnsMinusOneForEveryInput) {
     const KyString s(L"abc");

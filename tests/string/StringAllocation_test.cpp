@@ -155,6 +155,45 @@ TEST(KyStringAllocation, AReplacementTakesOneBlockOfTheExactSize) {
     EXPECT_EQ(log.Releases(), 1);
 }
 
+TEST(KyStringExtent, ASearchReadsNothingBehindTheText) {
+    const FencedArrays fenced;
+    for (long nText = 3; nText < 120; nText += 4) {
+        const std::wstring text(static_cast<std::size_t>(nText), L'a');
+        const KyString s(text.c_str());
+        for (long nPattern = 1; nPattern <= nText; ++nPattern) {
+            const std::wstring as = text.substr(1, static_cast<std::size_t>(nPattern - 1));
+
+            EXPECT_EQ(s.Find((as + L"a").c_str()), 0);
+            EXPECT_EQ(s.Find((as + L"b").c_str()), -1);
+            EXPECT_EQ(s.Find((L"a" + as + L"b").c_str()), -1);
+            EXPECT_EQ(s.Find((L"b" + as).c_str()), -1);
+        }
+    }
+}
+
+TEST(KyStringExtent, AReplacementReadsNothingBehindTheTexts) {
+    const FencedArrays fenced;
+    for (std::size_t nText = 3; nText < 24; nText += 4) {
+        for (std::size_t nAt = 0; nAt < nText; ++nAt) {
+            for (std::size_t nNew = 3; nNew < 24; nNew += 4) {
+                std::wstring text(nText, L'a');
+                text[nAt] = L'b';
+                text.back() = L'b';
+                const std::wstring sNew(nNew, L'c');
+                std::wstring expected;
+                for (const wchar_t ch : text) {
+                    expected += ch == L'b' ? sNew : std::wstring(1, ch);
+                }
+                KyString s(text.c_str());
+
+                s.Replace(L"b", sNew.c_str());
+
+                EXPECT_EQ(s.c_str(), expected) << nText << ' ' << nAt << ' ' << nNew;
+            }
+        }
+    }
+}
+
 TEST(KyStringAllocation, AComparisonOfLabelsTakesNothing) {
     const AllocationLog log;
 

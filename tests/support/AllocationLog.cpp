@@ -1,5 +1,7 @@
 #include "AllocationLog.h"
 
+#include <sys/mman.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -29,6 +31,7 @@ std::size_t g_nBlocks = 0;
 std::array<Release, 65536> g_releases;
 std::size_t g_nReleases = 0;
 bool g_bOpen = false;
+bool g_bFenced = false;
 long g_nLiveBlocks = 0;
 
 struct Extent {
@@ -50,9 +53,10 @@ constexpr bool bSanitized = false;
 #endif
 
 // Where no sanitizer watches a block's ends, it has its size in front and a guard behind it.
-struct Front {
+struct alignas(nDefaultAlignment) Front {
     void* m_pWhole;
     std::size_t m_nBytes;
+    std::size_t m_nMapped;  // 0: the whole is none of its own mappings, and has no fence
 };
 constexpr std::array<unsigned char, 16> guard = {0xA5, 0xC3, 0x96, 0xE1, 0xB4, 0xD2, 0x87, 0xF0,
                                                  0xA5, 0xC3, 0x96, 0xE1, 0xB4, 0xD2, 0x87, 0xF0};
@@ -67,9 +71,26 @@ void* TakeGuarded(std::size_t nBytes, std::size_t nAlignment) {
         return nullptr;
     }
     char* const p = static_cast<char*>(pWhole) + nFront;
-    const Front front = {pWhole, nBytes};
+    const Front front = {pWhole, nBytes, 0};
     std::memcpy(p - sizeof(Front), &front, sizeof(Front));
     std::memcpy(p + nBytes, guard.data(), guard.size());
+    return p;
+}
+
+void* TakeFenced(std::size_t nBytes) {
+    constexpr std::size_t nPage = 4096;
+    const std::size_t nRoom = (nBytes + nDefaultAlignment - 1) / nDefaultAlignment * nDefaultAlignment;
+    const std::size_t nOpen = (sizeof(Front) + nRoom + nPage - 1) / nPage * nPage;
+    const std::size_t nMapped = nOpen + nPage;
+    void* const pWhole = mmap(nullptr, nMapped, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    if (pWhole == MAP_FAILED) {
+        return nullptr;
+    }
+    char* const pFence = static_cast<char*>(pWhole) + nOpen;
+    mprotect(pFence, nPage, PROT_NONE);
+    char* const p = pFence - nRoom;
+    const Front front = {pWhole, nBytes, nMapped};
+    std::memcpy(p - sizeof(Front), &front, sizeof(Front));
     return p;
 }
 
@@ -84,6 +105,10 @@ void GiveGuarded(void* p, std::size_t nBytes) {
         std::fprintf(stderr, "A block of %zu bytes is given back as one of %zu\n", front.m_nBytes, nBytes);
         std::abort();
     }
+    if (front.m_nMapped != 0) {
+        munmap(front.m_pWhole, front.m_nMapped);
+        return;
+    }
     if (std::memcmp(static_cast<char*>(p) + front.m_nBytes, guard.data(), guard.size()) != 0) {
         std::fprintf(stderr, "Something was written behind a block of %zu bytes\n", front.m_nBytes);
         std::abort();
@@ -95,7 +120,8 @@ void* Take(std::size_t nBytes, std::size_t nAlignment, bool bArray) {
     if (FaultAt::IsDue(FaultKind::Allocation) || nBytes > PTRDIFF_MAX) {
         throw std::bad_alloc();
     }
-    void* const p = TakeGuarded(nBytes, nAlignment);
+    const bool bFenced = g_bFenced && bArray && !bSanitized;
+    void* const p = bFenced ? TakeFenced(nBytes) : TakeGuarded(nBytes, nAlignment);
     if (p == nullptr) {
         throw std::bad_alloc();
     }
@@ -230,6 +256,9 @@ Deallocations AllocationLog::GivenBack() const {
 
 std::size_t AllocationLog::LiveBytes() const { return LiveBytesOf(false); }
 std::size_t AllocationLog::LiveArrayBytes() const { return LiveBytesOf(true); }
+
+FencedArrays::FencedArrays() { g_bFenced = true; }
+FencedArrays::~FencedArrays() { g_bFenced = false; }
 
 long LiveBlocks() { return g_nLiveBlocks; }
 

@@ -56,6 +56,16 @@ private:
     FaultAt m_fault;
 };
 
+/// Has the blocks that array new takes during its lifetime end at memory that can't be read, up to 15 bytes
+/// that fill a block's last 16. A sanitizer watches the ends of blocks itself.
+class FencedArrays {
+public:
+    FencedArrays();
+    FencedArrays(const FencedArrays&) = delete;
+    FencedArrays& operator=(const FencedArrays&) = delete;
+    ~FencedArrays();
+};
+
 /// Blocks of the global allocator in use.
 long LiveBlocks();
 
