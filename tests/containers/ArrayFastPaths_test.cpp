@@ -359,6 +359,13 @@ TEST(ArrayFastPaths, WhatReAllocateMakesOfTheArgumentIsWhatIsAppended) {
 
         EXPECT_THAT(array, ElementsAre(99)) << "capacity " << nCapacity;
     }
+    Raising full(1, 0);
+    full.Append(5);
+    full.m_nSource = 1;
+
+    full.Append(full.m_nSource);
+
+    EXPECT_THAT(full, ElementsAre(5, 99));
 }
 
 TEST(ArrayFastPaths, AnElementIsAppendedToItsOwnFullArray) {

@@ -17,6 +17,7 @@
 #include "VexaBase/containers/KyNodePositions.h"
 #include "VexaBase/containers/KyXList.h"
 
+using testing::ElementsAre;
 using testing::ElementsAreArray;
 
 namespace {
@@ -280,6 +281,57 @@ TEST(KyNodePositions, AreForgottenWhenTheBlocksHaveBecomeNearlyEmpty) {
     EXPECT_LT(nLeft, 20);
 }
 
+TEST(KyNodePositions, AreKnownUntilTheLastBlockHasGone) {
+    const long nBefore = ReallocatedBlocks();
+    NodeStore nodes;
+    const std::vector<Node*> chain = nodes.Chain(6);
+    KyNodePositions<long, 4> positions;
+    positions.Learn(chain.front(), 6);  // two blocks of 3
+
+    for (int i = 0; i < 3; ++i) {
+        positions.Remove(0);
+    }
+
+    ASSERT_TRUE(positions.IsKnown());
+    EXPECT_THAT(InOrder(positions, 3), ElementsAre(chain[3], chain[4], chain[5]));
+    for (int i = 0; i < 3; ++i) {
+        positions.Remove(0);
+    }
+    EXPECT_FALSE(positions.IsKnown());
+    EXPECT_EQ(ReallocatedBlocks(), nBefore);
+}
+
+TEST(KyNodePositions, LearnAnewWhatTheyKnewOtherwise) {
+    NodeStore nodes;
+    KyNodePositions<long, 4> positions;
+    positions.Learn(nodes.Chain(6).front(), 6);
+    const std::vector<Node*> chain = nodes.Chain(9);
+
+    positions.Learn(chain.front(), 9);
+
+    EXPECT_THAT(InOrder(positions, chain.size()), ElementsAreArray(chain));
+}
+
+TEST(KyNodePositions, GiveAllTheirMemoryBack) {
+    const long nBefore = ReallocatedBlocks();
+    NodeStore nodes;
+    {
+        KyNodePositions<long, 4> positions;
+        positions.Learn(nodes.Chain(30).front(), 30);
+        for (int i = 0; i < 10; ++i) {
+            positions.Remove(5);
+        }
+        EXPECT_GT(ReallocatedBlocks(), nBefore);
+
+        positions.Forget();
+        EXPECT_EQ(ReallocatedBlocks(), nBefore);
+
+        positions.Learn(nodes.New(), 1);
+        EXPECT_GT(ReallocatedBlocks(), nBefore);
+    }
+    EXPECT_EQ(ReallocatedBlocks(), nBefore);
+}
+
 TEST(KyNodePositions, AreForgottenWhereverMemoryRunsOut) {
     for (long nFirst = 0;; ++nFirst) {
         NodeStore nodes;
@@ -312,10 +364,40 @@ TEST(KnownPositions, AreLearntOnceTheWalksHavePassedAsManyNodesAsThereAre) {
 
     list.MoveTo(50);  // 49 nodes from the tail
     list.MoveTo(50);
+    list.MoveTo(2);
     EXPECT_FALSE(In::KnowsPositions(list));
 
-    list.GetAt(50);
+    list.GetAt(1);
     EXPECT_TRUE(In::KnowsPositions(list));
+}
+
+TEST(KnownPositions, AreWalkedToFromTheNearerOfTwoEntries) {
+    KyXList<long> list(10);
+    list.ReAllocate(100);
+    using In = Inside<KyXList<long>>;
+
+    for (int i = 0; i < 50; ++i) {
+        list.MoveTo(19);  // one node before the entry behind
+        list.MoveTo(21);  // one behind the entry before
+    }
+    EXPECT_FALSE(In::KnowsPositions(list));
+
+    list.MoveTo(98);
+    EXPECT_TRUE(In::KnowsPositions(list));
+}
+
+TEST(KnownPositions, GoWithTheList) {
+    using In = Inside<KyXList<long>>;
+    const long nBefore = ReallocatedBlocks();
+    {
+        KyXList<long> list(1000);
+        list.ReAllocate(100);
+        for (int i = 0; i < 3; ++i) {
+            list.MoveTo(50);
+        }
+        ASSERT_TRUE(In::KnowsPositions(list));
+    }
+    EXPECT_EQ(ReallocatedBlocks(), nBefore);
 }
 
 TEST(KnownPositions, AreNotLearntByAppendingNorInAShortList) {

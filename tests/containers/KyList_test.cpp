@@ -336,6 +336,35 @@ TEST_P(EveryList, InsertCurTakesTheCurrentPositionAndTheOldElementFollows) {
     }
 }
 
+TEST(KyListInsertCur, LeavesTheCursorToAnInsertionThatInsertsNothing) {
+    class Refusing : public KyList<long> {
+    public:
+        long* InsertAfterCur(const long&) override { return nullptr; }
+    };
+    Refusing list;
+    for (const long x : {1, 2, 3}) {
+        list.KyList<long>::InsertAfterCur(x);
+    }
+
+    list.InsertCur(9);
+
+    EXPECT_THAT(list, ElementsAre(1, 2, 3));
+    EXPECT_EQ(list.m_nCurIndex, 1);
+}
+
+TEST_P(EveryList, GivesEveryBlockBack) {
+    const long nBefore = LiveBlocks();
+
+    {
+        const std::unique_ptr<KyList<long>> pList = GetParam().m_pfnMake();
+        pList->ReAllocate(10);
+        pList->MoveTo(5);
+        pList->DelCur();
+    }
+
+    EXPECT_EQ(LiveBlocks(), nBefore);
+}
+
 TEST_P(EveryList, InsertCurWithNoCurrentElementAppends) {
     KyList<long>& list = New();
     list.InsertCur(1);

@@ -1008,6 +1008,22 @@ TEST_P(WholeList, ConbineWithItselfChangesNothing) {
     }
 }
 
+TEST(ListCombination, ThatCombinesNothingLeavesTheIndexItsRoom) {
+    KyXList<long> list(1);
+    Fill(list, {1, 2, 3});
+    KyXList<long> other(1);
+    Fill(other, {4, 5});
+    const long nCapacity = list.m_arrIndex.m_nCapacity;
+
+    list.Conbine(other, -10 * nCapacity);
+    list.Conbine(other, 2);
+    list.ReAllocate(nCapacity * 9 / 10);
+    list.Conbine(list, 0);
+
+    EXPECT_EQ(list.m_arrIndex.m_nCapacity, nCapacity);
+    EXPECT_EQ(other.m_nLength, 2);
+}
+
 TEST_P(WholeList, BothListsLiveOnAfterConbine) {
     KyList<long>& list = New();
     Fill(list, {1});

@@ -1,6 +1,7 @@
 #include "ShortMemory.h"
 
 #include <cstddef>
+#include <unordered_set>
 
 namespace {
 
@@ -8,10 +9,16 @@ constexpr long nUnlimited = -1;
 long g_nLeft = nUnlimited;
 bool g_bHasRefused = false;
 
+// Never destroyed: memory is given back until the very end.
+std::unordered_set<void*>& Blocks() {
+    static auto* const pBlocks = new std::unordered_set<void*>;
+    return *pBlocks;
+}
+
 }  // namespace
 
 extern "C" {
-// The linker's names: what a call of realloc becomes, and the C library's own.
+// The linker's names: what calls of realloc and free become, and the C library's own.
 void* __real_realloc(void* p, std::size_t nBytes);   // NOLINT(bugprone-reserved-identifier)
 void* __wrap_realloc(void* p, std::size_t nBytes) {  // NOLINT(bugprone-reserved-identifier)
     if (g_nLeft == 0) {
@@ -19,7 +26,17 @@ void* __wrap_realloc(void* p, std::size_t nBytes) {  // NOLINT(bugprone-reserved
         return nullptr;
     }
     g_nLeft -= g_nLeft > 0 ? 1 : 0;
-    return __real_realloc(p, nBytes);
+    void* const pNew = __real_realloc(p, nBytes);
+    if (pNew != nullptr) {
+        Blocks().erase(p);
+        Blocks().insert(pNew);
+    }
+    return pNew;
+}
+void __real_free(void* p);   // NOLINT(bugprone-reserved-identifier)
+void __wrap_free(void* p) {  // NOLINT(bugprone-reserved-identifier)
+    Blocks().erase(p);
+    __real_free(p);
 }
 }
 
@@ -31,3 +48,5 @@ ShortMemory::ShortMemory(long nFirst) {
 ShortMemory::~ShortMemory() { g_nLeft = nUnlimited; }
 
 bool ShortMemory::HasRefused() const { return g_bHasRefused; }
+
+long ReallocatedBlocks() { return static_cast<long>(Blocks().size()); }

@@ -1,5 +1,5 @@
 // A C allocator that can be told to run out. A program that uses it links ShortMemory.cpp with
-// -Wl,--wrap=realloc.
+// -Wl,--wrap=realloc,--wrap=free.
 #pragma once
 
 /// Makes every realloc of the program's own code from number nFirst on (0 is the next one) answer null while
@@ -14,3 +14,6 @@ public:
     /// Whether memory has been refused.
     bool HasRefused() const;
 };
+
+/// Blocks that the program's own code has had from realloc and has not given back to free.
+long ReallocatedBlocks();
