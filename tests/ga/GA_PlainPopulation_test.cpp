@@ -5,6 +5,7 @@
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <iterator>
 #include <memory>
@@ -426,6 +427,82 @@ TEST(GA_PlainPopulation, OnceItIsLargeStaysInOrderWhereverItsMutantsGo) {
     std::sort(expected.begin(), expected.end());
     EXPECT_EQ(population.m_nLength, nLength + 90);
     EXPECT_EQ(KeysOf(population), expected);
+}
+
+TEST(GA_PlainPopulation, OnceItIsLargeStaysInOrderWhenItDoublesWithinAGeneration) {
+    constexpr long nLength = 8192;
+    ScriptedRand::Set(std::vector<int>(nLength + 10000, 0));
+    GA_Population population(nLength, 120);
+    std::vector<long> expected;
+    std::vector<long> mutants;
+    Number::Mutate mutate;
+    for (long i = 0; i < nLength; ++i) {
+        expected.push_back(100 * i);
+        static_cast<List&>(population).Append(new Number(100 * i, mutate));
+    }
+    const auto crowdTogether = [&](long nFrom, long nMutants) {
+        for (long i = 0; i < nMutants; ++i) {
+            mutants.push_back(nFrom + i);
+        }
+    };
+    // One more than as many again into the middle of every sixteen, the last ones after one of the runs has doubled
+    // once more; then more of that run, and of the first sixteen and the last.
+    for (long i = 0; i < nLength - 16; i += 16) {
+        crowdTogether(100 * (i + 8) + 1, 17);
+    }
+    crowdTogether(100 * 8 + 18, 15);
+    crowdTogether(100 * (nLength - 8) + 1, 17);
+    crowdTogether(100 * 8 + 33, 40);
+    crowdTogether(-40, 40);
+    crowdTogether(100 * nLength, 40);
+    expected.insert(expected.end(), mutants.begin(), mutants.end());
+    std::sort(expected.begin(), expected.end());
+    auto itMutant = mutants.begin();
+    mutate = [&]() -> GA_Individual* {
+        return itMutant == mutants.end() ? nullptr : new Number(*itMutant++, mutate);
+    };
+
+    population.Evolve();
+
+    EXPECT_EQ(population.m_nLength, static_cast<long>(expected.size()));
+    EXPECT_EQ(KeysOf(population), expected);
+}
+
+TEST(GA_PlainPopulation, OnceItIsLargeStaysInOrderWhenItsBestAreTakenOutMeanwhile) {
+    for (const long nLength : {8703L, 17000L}) {
+        constexpr long nLeft = 8192;
+        ScriptedRand::Set(std::vector<int>(static_cast<std::size_t>(2 * nLength), 8700));
+        GA_Population population(nLength, 1);
+        std::vector<long> expected;
+        Number::Mutate mutate;
+        for (long i = 0; i < nLength; ++i) {
+            expected.push_back(2 * i);
+            static_cast<List&>(population).Append(new Number(2 * i, mutate));
+        }
+        // The first joins the whole population. When the second is made, only the worst are left; it stands before the
+        // last of them, and all others stand behind.
+        std::vector<long> mutants = {2 * nLength, 2 * nLength - 3};
+        for (long i = 1; i < 60; ++i) {
+            mutants.push_back(2 * nLength + i);
+        }
+        expected.insert(expected.end(), mutants.begin(), mutants.end());
+        std::sort(expected.begin(), expected.end());
+        expected.erase(expected.begin(), expected.end() - nLeft - 60);
+        auto itMutant = mutants.begin();
+        mutate = [&]() -> GA_Individual* {
+            if (itMutant == mutants.begin() + 1) {
+                while (population.m_nLength > nLeft) {
+                    population.MoveToFirst();
+                    population.DelCur();
+                }
+            }
+            return itMutant == mutants.end() ? nullptr : new Number(*itMutant++, mutate);
+        };
+
+        population.Evolve();
+
+        EXPECT_EQ(KeysOf(population), expected);
+    }
 }
 
 TEST(GA_PlainPopulation, AnotherPopulationIsKeptInOrderMeanwhile) {
