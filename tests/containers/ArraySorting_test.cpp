@@ -467,6 +467,22 @@ TEST(ArraySorting, NullSlotsOrderBeforeEveryObject) {
     EXPECT_THAT(watch.Destroyed(), IsEmpty());
 }
 
+TEST(ArraySorting, NullSlotsStayTooInADirectionThatTheObjectsHaveNoOperatorFor) {
+    struct GreaterOnly {
+        long m_nKey;
+        bool operator>(const GreaterOnly& other) const { return m_nKey > other.m_nKey; }
+    };
+    KyDynPArray<GreaterOnly> array;
+    for (GreaterOnly* p : {static_cast<GreaterOnly*>(nullptr), new GreaterOnly{1}, new GreaterOnly{2}}) {
+        array.Append(p);
+    }
+    const std::vector<GreaterOnly*> before(array.begin(), array.end());
+
+    array.Sort(false);
+
+    EXPECT_THAT(array, ElementsAreArray(before));
+}
+
 TEST(ArraySorting, NullSlotsAreNotPassedToTheComparisonOfObjects) {
     KyDynPArray<Keyed> array;
     Fill(array, {new Keyed{2, 0}, nullptr, new Keyed{1, 2}, nullptr});

@@ -332,6 +332,21 @@ TEST(KyNodePositions, GiveAllTheirMemoryBack) {
     EXPECT_EQ(ReallocatedBlocks(), nBefore);
 }
 
+TEST(KyNodePositions, AreNotHalfLearntWhereMemoryRunsOut) {
+    NodeStore nodes;
+    const std::vector<Node*> chain = nodes.Chain(30);
+    bool bIsKnown = false;
+    for (long nFirst = 0; !bIsKnown; ++nFirst) {
+        KyNodePositions<long, 8> positions;
+        const ShortMemory memory(nFirst);
+
+        positions.Learn(chain.front(), 30);
+
+        bIsKnown = positions.IsKnown();
+        ASSERT_EQ(bIsKnown, !memory.HasRefused());
+    }
+}
+
 TEST(KyNodePositions, AreForgottenWhereverMemoryRunsOut) {
     for (long nFirst = 0;; ++nFirst) {
         NodeStore nodes;
@@ -369,6 +384,51 @@ TEST(KnownPositions, AreLearntOnceTheWalksHavePassedAsManyNodesAsThereAre) {
 
     list.GetAt(1);
     EXPECT_TRUE(In::KnowsPositions(list));
+
+    // Forgotten, they are learnt again no sooner.
+    list.ReverseList();
+    list.MoveTo(50);
+    list.MoveTo(50);
+    EXPECT_FALSE(In::KnowsPositions(list));
+}
+
+TEST(KnownPositions, AreForgottenWhenTheListIsCut) {
+    using In = Inside<KyXList<long>>;
+    KyXList<long> list;
+    list.ReAllocate(100);
+    Teach(list);
+    std::vector<std::unique_ptr<Node>> cutOff;
+    for (long i = 40; i < 100; ++i) {
+        cutOff.emplace_back(reinterpret_cast<Node*>(list.GetAt(i)));
+    }
+    list.MoveTo(39);
+
+    list.DetachAfterCur();
+
+    EXPECT_FALSE(In::KnowsPositions(list));
+}
+
+TEST(KnownPositions, ComeThroughTakingNodesOutAndPuttingThemBack) {
+    struct Open : KyXList<long> {
+        using KyXList<long>::KyXList;
+        using KyXList<long>::PutBack;
+        using KyXList<long>::TakeOutCur;
+    };
+    Open list(1000);
+    for (long i = 0; i < 100; ++i) {
+        list.Append(i);
+    }
+    Teach<KyXList<long>>(list);
+    list.MoveTo(10);
+
+    Node* const pNode = list.TakeOutCur();
+
+    EXPECT_EQ(*list.GetAt(10), 11);
+    EXPECT_EQ(*list.GetAt(98), 99);
+    list.PutBack(pNode, 50);
+    EXPECT_EQ(*list.GetAt(49), 50);
+    EXPECT_EQ(*list.GetAt(50), 10);
+    EXPECT_EQ(*list.GetAt(51), 51);
 }
 
 TEST(KnownPositions, AreWalkedToFromTheNearerOfTwoEntries) {

@@ -552,6 +552,16 @@ TEST_P(EveryList, SetLengthToTheLengthLeavesTheCursorWhereItWas) {
     EXPECT_THAT(Elements(list), ElementsAre(1, 2, 3));
 }
 
+TEST(KyListSetLength, ToTheLengthCallsNothing) {
+    Recorded<KyList<long>> list;
+    Fill(list, {1, 2});
+    list.TakeCalls();
+
+    list.SetLength(2, true);
+
+    EXPECT_THAT(list.TakeCalls(), ElementsAre("SetLength 2 1"));
+}
+
 TEST_P(EveryList, SetLengthZeroEmptiesTheListAndKeepsTheSentinel) {
     KyList<long>& list = New();
     Fill(list, {1, 2, 3});

@@ -460,6 +460,25 @@ TYPED_TEST(EveryOwningList, IsARangeOfPointers) {
     EXPECT_TRUE((std::is_same_v<decltype(*list.begin()), Owned*&>));
 }
 
+TEST(KyPDList, DelCurMovesFromAnElementWithoutAnObject) {
+    class Looking : public KyPDList<Owned> {
+    public:
+        void MoveToPre() override {
+            m_pSeen = GetCurData();
+            KyPDList<Owned>::MoveToPre();
+        }
+        Owned* m_pSeen = nullptr;
+    };
+    Looking list;
+    Adopt(list, {1, 2});
+    list.MoveToLast();
+    list.m_pSeen = *list.GetFirst();
+
+    list.DelCur();
+
+    EXPECT_EQ(list.m_pSeen, nullptr);
+}
+
 TEST(KyPDList, AddsNoField) {
     EXPECT_EQ(sizeof(KyPDList<Owned>), sizeof(KyDList<Owned*>));
     EXPECT_TRUE((std::is_base_of_v<KyDList<Owned*>, KyPDList<Owned>>));
