@@ -228,6 +228,28 @@ TEST_F(KyEventStorage, EveryWalkEndsWithTheCursorOnNone) {
     EXPECT_EQ(g_lstReactor.m_nCurIndex, -1);
 }
 
+TEST_F(KyEventStorage, TheWalkStepsOnFromTheIndexThatAHandlerLeft) {
+    Calls calls;
+    Recorder a(calls, "A"), b(calls, "B"), c(calls, "C"), d(calls, "D");
+    for (Recorder* p : {&a, &b, &c, &d}) {
+        KyRegisterReactor(p);
+    }
+    // A walk of its own that stops at the same reactor, which is the second by then.
+    c.Once([&] {
+        KyUnRegisterReactor(&a);
+        c.Once([] { throw std::runtime_error("no"); });
+        EXPECT_THROW(KySendEvent(L"inner", nullptr, 0), std::runtime_error);
+        EXPECT_EQ(g_lstReactor.m_nCurIndex, 1);
+    });
+    long nIndex = 0;
+    d.Once([&] { nIndex = g_lstReactor.m_nCurIndex; });
+
+    KySendEvent(L"outer", nullptr, 0);
+
+    EXPECT_EQ(nIndex, 2);
+    EXPECT_THAT(calls, ElementsAre("A:outer", "B:outer", "C:outer", "B:inner", "C:inner", "D:outer"));
+}
+
 TEST_F(KyEventStorage, TheQueueHasNoBound) { EXPECT_EQ(g_queneEvent.m_nMaxLength, -1); }
 
 }  // namespace

@@ -299,12 +299,12 @@ TEST(KyGraphArc, CmpForwardsToCmpArc) {
 
 TEST(KyGraphArc, IsLessAndGreaterByCmpArc) {
     const NumberedArc two(2);
-    const NumberedArc five(5);
+    const NumberedArc three(3);
 
-    EXPECT_TRUE(two < five);
-    EXPECT_FALSE(two > five);
-    EXPECT_TRUE(five > two);
-    EXPECT_FALSE(five < two);
+    EXPECT_TRUE(two < three);
+    EXPECT_FALSE(two > three);
+    EXPECT_TRUE(three > two);
+    EXPECT_FALSE(three < two);
     EXPECT_FALSE(two < two);
     EXPECT_FALSE(two > two);
 }

@@ -14,6 +14,7 @@
 #include <utility>
 #include <vector>
 
+#include "NumberedElements.h"
 #include "PlaneElements.h"
 
 namespace {
@@ -196,6 +197,39 @@ TEST(KyGraphFaces, FromALostNodeAFaceGoesAroundByTheOtherEndAndComesBack) {
 
     EXPECT_THAT(SidesOf(*pFace), ElementsAre(Side(3, F), Side(0, F), Side(2, F), Side(1, B), Side(3, B)));
     EXPECT_EQ(pFace->m_pBeginNode, nullptr);
+}
+
+TEST(KyGraphFaces, FromALostNodeToALostNodeAFaceGoesThereAndBack) {
+    KyGraph graph;
+    KyGraphArc* const pTail = AddArc(graph, {0, 0}, {1, 0});
+    AddArc(graph, {1, 0}, {2, 0});
+    const KyGraphArc* const pHead = AddArc(graph, {2, 0}, {3, 0});
+    pTail->m_pStart->UnConnect();
+    pHead->m_pEnd->UnConnect();
+
+    const auto pFace = KyTraceFace(*pTail, nullptr);
+
+    EXPECT_THAT(SidesOf(*pFace),
+                ElementsAre(Side(0, F), Side(1, F), Side(2, F), Side(2, B), Side(1, B), Side(0, B)));
+    EXPECT_EQ(pFace->m_pBeginNode, nullptr);
+}
+
+TEST(KyGraphFaces, AFaceThatMeetsItsArcAtTheFarEndAlongAnotherOfTheSameNodesGoesOn) {
+    for (const bool bTurned : {false, true}) {
+        // Around both nodes the arcs stand in the order of their numbers, which no plane has.
+        NumberedNode near(1), far(2), third(3);
+        NumberedArc other(10, bTurned ? &near : &far, bTurned ? &far : &near);
+        NumberedArc arc(20, &near, &far);
+        NumberedArc back(30, &third, &near);
+        NumberedArc on(40, &far, &third);
+        for (NumberedArc* p : {&other, &arc, &back, &on}) {
+            p->Connect();
+        }
+
+        const auto pFace = KyTraceFace(arc, &near);
+
+        EXPECT_THAT(NumbersOf(*pFace), ElementsAre(20, 40, 30, 10, 20, 30, 40, 10));
+    }
 }
 
 TEST(KyGraphFaces, ThePathsAreTheVisitorsToKeep) {

@@ -70,6 +70,13 @@ TEST(KyGraph, GivesBothListsItsStep) {
     EXPECT_EQ(graph.m_lstArc.m_nStep, 5);
 }
 
+TEST(KyGraph, IndexesEvery4096thElementUnlessToldOtherwise) {
+    const KyGraph graph;
+
+    EXPECT_EQ(graph.m_lstNode.m_nStep, 4096);
+    EXPECT_EQ(graph.m_lstArc.m_nStep, 4096);
+}
+
 TEST(KyGraph, FindsNothingWhenEmpty) {
     KyGraph graph;
 
@@ -636,6 +643,39 @@ TEST(KyGraph, DestructionLeavesArcsThatAreNotTheGraphs) {
     EXPECT_EQ(foreign.m_pEnd, &far);
 }
 
+/// Writes down the ends that it has when it is destroyed.
+class ArcThatTellsItsEnds : public NumberedArc {
+public:
+    ArcThatTellsItsEnds(long nNumber, KyGraphNode* pStart, KyGraphNode* pEnd,
+                        std::vector<const KyGraphNode*>& ends)
+        : NumberedArc(nNumber, pStart, pEnd), m_ends(ends) {}
+    ~ArcThatTellsItsEnds() override { m_ends.insert(m_ends.end(), {m_pStart, m_pEnd}); }
+
+private:
+    std::vector<const KyGraphNode*>& m_ends;
+};
+
+/// Writes down how many arcs it lists when it is destroyed.
+class NodeThatTellsItsArcs : public NumberedNode {
+public:
+    NodeThatTellsItsArcs(long nNumber, std::vector<long>& lengths)
+        : NumberedNode(nNumber), m_lengths(lengths) {}
+    ~NodeThatTellsItsArcs() override { m_lengths.push_back(m_lstArc.m_nLength); }
+
+private:
+    std::vector<long>& m_lengths;
+};
+
+TEST(KyGraph, DestructionDissolvesAllIncidenceBeforeItDestroysTheFirstArc) {
+    std::vector<const KyGraphNode*> ends;
+    {
+        KyGraph graph;
+        graph.Create(new ArcThatTellsItsEnds(10, new NumberedNode(1), new NumberedNode(2), ends));
+    }
+
+    EXPECT_THAT(ends, ElementsAre(IsNull(), IsNull()));
+}
+
 TEST(KyGraph, AnElementRemovedThroughItsListIsDetachedAndDestroyed) {
     Triangle graph;
 
@@ -1102,6 +1142,23 @@ TEST(KyGraph, CheckNodeMergesANodeThatNowComparesEqualIntoTheOther) {
     EXPECT_THAT(ArcsOf(graph), ElementsAre("10: 9-1", "20: 9-2", "25: 9-none", "30: 9-3", "40: 9-4"));
 }
 
+TEST(KyGraph, ANodeListsNoArcAnyMoreWhenCheckNodeDestroysIt) {
+    KyGraph graph;
+    std::vector<long> lengths;
+    AddNode(graph, 1);
+    auto* const pGoes = new NodeThatTellsItsArcs(2, lengths);
+    graph << pGoes;
+    for (const long nNumber : {10, 20, 30}) {
+        AddArc(graph, nNumber, pGoes, nullptr);
+    }
+    pGoes->m_nNumber = 1;
+
+    graph.CheckNode(1);
+
+    EXPECT_THAT(lengths, ElementsAre(0));
+    EXPECT_THAT(NodesOf(graph), ElementsAre("1: 10 20 30"));
+}
+
 TEST(KyGraph, CheckNodeTurnsTheArcsBetweenTheMergedNodesIntoLoops) {
     Triangle graph;
     NodeAt(graph, 0)->m_nNumber = 2;
@@ -1225,6 +1282,59 @@ TEST(KyGraph, AThrowWhileCheckNodeSearchesLeavesTheGraphAsItWas) {
     EXPECT_THAT(ArcsOf(graph), ElementsAre("10: 1-9", "20: 9-3", "30: 3-1", "40: 9-9"));
     EXPECT_EQ(graph.CheckNode(1), 2);
     EXPECT_THAT(NodesOf(graph), ElementsAre("1: 10 30", "3: 20 30", "9: 10 20 40"));
+}
+
+TEST(KyGraph, AThrowInCheckNodeLeavesTheNodeWhereItWasWhateverTheComparisonDidToTheCursor) {
+    Star star(2);
+    KyGraph& graph = star.m_graph;
+    star.m_pHub->m_nNumber = 9;
+    {
+        const OnCompare<NumberedArc> thrower([&](const NumberedArc&, const NumberedArc&) {
+            graph.m_lstNode.MoveToFirst();
+            throw std::runtime_error("no order");
+        });
+
+        EXPECT_THROW(graph.CheckNode(0), std::runtime_error);
+    }
+
+    EXPECT_THAT(NodesOf(graph), ElementsAre("9: 10 20", "1: 10", "2: 20"));
+    EXPECT_EQ(FaultIn(graph.m_lstNode), "");
+    EXPECT_EQ(graph.CheckNode(0), 2);
+}
+
+TEST(KyGraph, AThrowInCheckNodeLeavesNoTraceOfAnArcThatWasDestroyedBefore) {
+    Star star(4);
+    KyGraph& graph = star.m_graph;
+    AddArc(graph, 50, AddNode(graph, 5), nullptr);
+    star.m_arcs[0]->m_nNumber = 50;
+    {
+        const OnCompare<NumberedArc> thrower([](const NumberedArc& left, const NumberedArc&) {
+            if (left.m_nNumber == 30) throw std::runtime_error("no order");
+        });
+
+        EXPECT_THROW(graph.CheckNode(0), std::runtime_error);
+    }
+
+    EXPECT_EQ(NodeAt(graph, 1)->m_lstArc.m_nLength, 0) << "the node at the other end of the arc that is gone";
+    EXPECT_THAT(NodesOf(graph), ElementsAre("0: 20 30 40", "1:", "2: 20", "3: 30", "4: 40", "5: 50"));
+    EXPECT_THAT(ArcsOf(graph), ElementsAre("20: 0-2", "30: 0-3", "40: 0-4", "50: 5-none"));
+}
+
+TEST(KyGraph, AThrowInCheckNodeLeavesAnArcListedAsOftenAsItWas) {
+    KyGraph graph;
+    NumberedNode* const pNode = AddNode(graph, 1);
+    AddNode(graph, 2);
+    NumberedArc* const pArc = AddArc(graph, 10, pNode, nullptr);
+    pNode->m_lstArc.Append(pArc);
+    pNode->m_lstArc.Append(pArc);
+    {
+        const OnCompare<NumberedNode> thrower(
+            [](const NumberedNode&, const NumberedNode&) { throw std::runtime_error("no order"); });
+
+        EXPECT_THROW(graph.CheckNode(0), std::runtime_error);
+    }
+
+    EXPECT_THAT(NodesOf(graph), ElementsAre("1: 10 10 10", "2:"));
 }
 
 TEST(KyGraph, AThrowInAMergeLeavesTheCallerTheNode) {
