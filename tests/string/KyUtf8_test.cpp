@@ -21,8 +21,9 @@ TEST(KyUtf8, AsciiIsItself) {
 
 TEST(KyUtf8, ACharacterIsOneElementHoweverManyBytesItHas) {
     const std::string strBytes =
-        "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF\xBF";
-    const std::wstring text = L"\x7F\x80\x7FF\x800\xFFFF\x10000\x10FFFF";
+        "\x7F\xC2\x80\xDF\xBF\xE0\xA0\x80\xED\x9F\xBF\xEE\x80\x80\xEF\xBF\xBF\xF0\x90\x80\x80\xF4\x8F\xBF"
+        "\xBF";
+    const std::wstring text = L"\x7F\x80\x7FF\x800\xD7FF\xE000\xFFFF\x10000\x10FFFF";
 
     EXPECT_EQ(Text(KyFromUtf8(strBytes)), text);
     EXPECT_EQ(KyToUtf8(text.c_str()), strBytes);
@@ -67,6 +68,9 @@ INSTANTIATE_TEST_SUITE_P(
                     Invalid{"\xED\xA0\x80", L"\xFFFD\xFFFD\xFFFD"},            // surrogate
                     Invalid{"\xF4\x90\x80\x80", L"\xFFFD\xFFFD\xFFFD\xFFFD"},  // past the last character
                     Invalid{"\xF5\xFE\xFF", L"\xFFFD\xFFFD\xFFFD"},            // bytes of no character
+                    Invalid{"\xF5\x80\xFF\xBF", L"\xFFFD\xFFFD\xFFFD\xFFFD"},  //
+                    Invalid{"\xC3\xC0", L"\xFFFD\xFFFD"},                      // one where another is due
+                    Invalid{"\xE2\x82\xC0", L"\xFFFD\xFFFD"},                  //
                     Invalid{"\x61\xF1\x80\x80\xE1\x80\xC2\x62\x80\x63\x80\xBF\x64",  // Unicode's own example
                             L"\x61\xFFFD\xFFFD\xFFFD\x62\xFFFD\x63\xFFFD\xFFFD\x64"}));
 
