@@ -301,6 +301,18 @@ TEST(KyNodePositions, AreKnownUntilTheLastBlockHasGone) {
     EXPECT_EQ(ReallocatedBlocks(), nBefore);
 }
 
+TEST(KyNodePositions, OfFewNodesInOneBlockStayKnown) {
+    NodeStore nodes;
+    const std::vector<Node*> chain = nodes.Chain(3);
+    KyNodePositions<long> positions;
+    positions.Learn(chain.front(), 3);
+
+    positions.Remove(1);
+
+    ASSERT_TRUE(positions.IsKnown());
+    EXPECT_THAT(InOrder(positions, 2), ElementsAre(chain[0], chain[2]));
+}
+
 TEST(KyNodePositions, LearnAnewWhatTheyKnewOtherwise) {
     NodeStore nodes;
     KyNodePositions<long, 4> positions;
@@ -404,6 +416,17 @@ TEST(KnownPositions, AreForgottenWhenTheListIsCut) {
     list.MoveTo(39);
 
     list.DetachAfterCur();
+
+    EXPECT_FALSE(In::KnowsPositions(list));
+}
+
+TEST(KnownPositions, AreForgottenWhenTheListIsEmptied) {
+    using In = Inside<KyXList<long>>;
+    KyXList<long> list;
+    list.ReAllocate(100);
+    Teach(list);
+
+    list.Reset();
 
     EXPECT_FALSE(In::KnowsPositions(list));
 }

@@ -124,6 +124,17 @@ TEST(KyFill, ElementsOfTheContainerItselfMayStandInTheBraces) {
     EXPECT_THAT(list, ElementsAre("b", "a", "c"));
 }
 
+TEST(KyFill, AnArraysFormerElementsAreNotCopied) {
+    KyArray<Fragile> array;
+    KyFill(array, {Fragile(1), Fragile(2)});
+    const FragileWatch watch;
+
+    KyFill(array, {Fragile(3), Fragile(4), Fragile(5)});
+
+    EXPECT_EQ(watch.Copies(), 3);
+    EXPECT_EQ(array[2].m_nId, 5);
+}
+
 TEST(KyFill, AContainersOwnAppendIsUsed) {
     struct Sorted : KyDList<long> {
         long Append(const long& x) override {

@@ -538,6 +538,16 @@ TEST(KyXList, TheIndexGrowsPastItsFirstBlock) {
     EXPECT_EQ(list.GetCurData(), 2400);
 }
 
+TEST(KyXList, TheIndexGrowsNoSoonerThanItIsFull) {
+    KyXList<long> list(1);
+
+    Count(list, 1025);
+    EXPECT_EQ(list.m_arrIndex.m_nCapacity, 1025);
+
+    list.Append(0);
+    EXPECT_GT(list.m_arrIndex.m_nCapacity, 1025);
+}
+
 TEST(KyXList, AStepBeyondEveryLengthKeepsOneEntry) {
     KyXList<long> list(std::numeric_limits<long>::max());
 
@@ -794,6 +804,19 @@ TEST(KyPXList, ASearchLeavesTheIndexsCursorAtTheLastEntryItUsed) {
     list.BFindDataTo(Token(95));
     EXPECT_EQ(list.m_nCurIndex, -1);
     EXPECT_EQ(list.m_arrIndex.m_nCurIndex, 4);
+}
+
+TEST(KyPXList, ASearchInAnEmptyListLeavesTheCursorOnNoneWhateverItsIndexWas) {
+    KyPXList<Token> list(2);
+    Sow(list, 2, 10);
+    list.MoveTo(0);
+    list.ReverseList();
+    list.DelCur();
+    list.DelCur();
+
+    EXPECT_FALSE(list.BFindDataTo(Token(5)));
+
+    EXPECT_EQ(list.m_nCurIndex, -1);
 }
 
 TEST(KyPXList, ASearchFollowedByInsertCurKeepsTheListSorted) {

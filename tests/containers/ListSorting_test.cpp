@@ -1024,6 +1024,19 @@ TEST(ListCombination, ThatCombinesNothingLeavesTheIndexItsRoom) {
     EXPECT_EQ(other.m_nLength, 2);
 }
 
+TEST(ListCombination, GivesTheIndexRoomForWhatMovesOnly) {
+    KyXList<long> list(1);
+    list.ReAllocate(1000);
+    KyXList<long> other(1);
+    other.ReAllocate(1000);
+    const long nCapacity = list.m_arrIndex.m_nCapacity;
+
+    list.Conbine(other, 980);
+
+    ASSERT_LT(list.m_nLength, nCapacity);
+    EXPECT_EQ(list.m_arrIndex.m_nCapacity, nCapacity);
+}
+
 TEST_P(WholeList, BothListsLiveOnAfterConbine) {
     KyList<long>& list = New();
     Fill(list, {1});
