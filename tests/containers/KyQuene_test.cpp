@@ -50,6 +50,27 @@ TEST(KyQuene, IsAbstractAndUnboundedUnlessToldOtherwise) {
     EXPECT_EQ(boundedObjects.m_nMaxLength, 6);
 }
 
+TEST(KyQuene, AQueueOfOnesOwnIsUnboundedUnlessItSaysOtherwise) {
+    class Idle : public KyQuene<long> {
+    public:
+        void Reset() override {}
+        long GetLength() override { return 0; }
+        long& operator[](long) override { return m_nMaxLength; }
+        bool GetHeadData(long&) override { return false; }
+        bool GetTailData(long&) override { return false; }
+        bool EnQuene(const long&) override { return false; }
+        bool DeQuene(long&) override { return false; }
+    };
+    class OverSingleLinks : public KyQueneOver<long, KyList<long>> {
+    public:
+        bool EnQuene(const long&) override { return false; }
+        bool DeQuene(long&) override { return false; }
+    };
+
+    EXPECT_EQ(Idle().m_nMaxLength, -1);
+    EXPECT_EQ(OverSingleLinks().m_nMaxLength, -1);
+}
+
 TEST(KyQuene, IsNeitherCopiedNorMovedNorMadeOfANumberInPassing) {
     static_assert(!std::is_copy_constructible_v<KyListQuene<long>> &&
                   !std::is_copy_assignable_v<KyListQuene<long>>);
