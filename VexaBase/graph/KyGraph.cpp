@@ -176,9 +176,9 @@ long KyGraph::Create(KyGraphArc* pArc) {
     *this << pArc->m_pStart;
     pArc->m_pStart = m_lstNode.GetCurData();
     if (bIsLoop) {
+        pArc->m_pEnd = pArc->m_pStart;
         // Looked for, but not added: without an order it might not be found, and would be owned twice.
         m_lstNode.BFindDataTo(*pArc->m_pStart);
-        pArc->m_pEnd = pArc->m_pStart;
     } else {
         *this << pArc->m_pEnd;
         pArc->m_pEnd = m_lstNode.GetCurData();
