@@ -122,6 +122,8 @@ TEST(GraphChecksDeathTest, FindMeshRequiresAWalkThatEnds) {
                                "KyGraphArc::FindMesh: a walk without end \\([0-9]+ arcs passed\\)");
 
     EXPECT_DEATH(lead.FindMesh(KyGraphArc::Forward), line);
+
+    y.RemoveArc(&there);
 }
 
 // Defined, however odd
