@@ -505,6 +505,64 @@ TEST(GA_PlainPopulation, OnceItIsLargeStaysInOrderWhenItsBestAreTakenOutMeanwhil
     }
 }
 
+TEST(GA_PlainPopulation, OnceItWasLargerStaysInOrderWhenMutantsJoinAtEitherEnd) {
+    constexpr long nLength = 17000;
+    constexpr long nLeft = 8192;
+    ScriptedRand::Set(std::vector<int>(2 * nLength, 0));
+    GA_Population population(nLength, 1);
+    std::vector<long> expected;
+    Number::Mutate mutate;
+    for (long i = 0; i < nLength; ++i) {
+        expected.push_back(i);
+        static_cast<List&>(population).Append(new Number(i, mutate));
+    }
+    // The first joins the whole population, the next ones what is left of it: some at the end, some at the head, and then
+    // at the end again.
+    std::vector<long> mutants = {nLength};
+    for (long i = 1; i < 170; ++i) {
+        mutants.push_back(i >= 12 && i < 20 ? -i : nLength + i);
+    }
+    auto itMutant = mutants.begin();
+    mutate = [&]() -> GA_Individual* {
+        if (itMutant == mutants.begin() + 1) {
+            while (population.m_nLength > nLeft) {
+                population.MoveToFirst();
+                population.DelCur();
+            }
+        }
+        return itMutant == mutants.end() ? nullptr : new Number(*itMutant++, mutate);
+    };
+    // The first mutant is one of those that are left.
+    expected.erase(expected.begin(), expected.end() - (nLeft - 1));
+    expected.insert(expected.end(), mutants.begin(), mutants.end());
+    std::sort(expected.begin(), expected.end());
+
+    population.Evolve();
+
+    EXPECT_EQ(KeysOf(population), expected);
+}
+
+TEST(GA_PlainPopulation, StaysInOrderWhenItGrowsLargeAtItsEnd) {
+    constexpr long nLength = 8190;
+    ScriptedRand::Set(std::vector<int>(2 * nLength, 0));
+    GA_Population population(nLength, 1);
+    std::vector<long> expected;
+    Number::Mutate mutate;
+    for (long i = 0; i < nLength; ++i) {
+        expected.push_back(i);
+        static_cast<List&>(population).Append(new Number(i, mutate));
+    }
+    mutate = [&] {
+        expected.push_back(static_cast<long>(expected.size()));
+        return new Number(expected.back(), mutate);
+    };
+
+    population.Evolve();
+
+    EXPECT_EQ(population.m_nLength, nLength + 81);
+    EXPECT_EQ(KeysOf(population), expected);
+}
+
 TEST(GA_PlainPopulation, AnotherPopulationIsKeptInOrderMeanwhile) {
     ScriptedRand::Set(Draws(100, 1));
     GA_Population population(10, 50);
@@ -522,6 +580,29 @@ TEST(GA_PlainPopulation, AnotherPopulationIsKeptInOrderMeanwhile) {
 
     EXPECT_THAT(KeysOf(other), ElementsAre(0, 1, 2, 3, 4));
     EXPECT_THAT(KeysOf(population), ElementsAre(5, 15, 20, 25, 35, 40, 45, 55, 60, 65, 75, 80, 85, 95, 100));
+}
+
+TEST(GA_PlainPopulation, TwoOthersOfOneLengthAreKeptApartMeanwhile) {
+    ScriptedRand::Set(Draws(100, 1));
+    GA_Population population(10, 60);
+    GA_Population left;
+    GA_Population right;
+    long nMutants = 0;
+    const Number::Mutate mutate = [&] {
+        const long n = ++nMutants * 3 % 7;
+        left.Append(new Number(n, mutate));
+        right.Append(new Number(10 - n, mutate));
+        return nullptr;
+    };
+    for (long i = 0; i < 10; ++i) {
+        population.Append(new Number(i, mutate));
+    }
+
+    population.Evolve();
+
+    EXPECT_THAT(KeysOf(left), ElementsAre(1, 2, 3, 4, 5, 6));
+    EXPECT_THAT(KeysOf(right), ElementsAre(4, 5, 6, 7, 8, 9));
+    EXPECT_THAT(KeysOf(population), ElementsAre(0, 1, 2, 3, 4, 5, 6, 7, 8, 9));
 }
 
 TEST(GA_PlainPopulation, AMutantIsTheOnlyOneWhereItsMakingEmptiedThePopulation) {

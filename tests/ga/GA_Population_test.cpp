@@ -26,6 +26,18 @@ void Fill(GA_Population& population, const std::vector<long>& ranks) {
 
 NamedIndividual* Newcomer(long nRank) { return new NamedIndividual(std::to_string(nRank), 0, nRank); }
 
+const std::string& NameOf(const GA_Individual& individual) {
+    return dynamic_cast<const NamedIndividual&>(individual).m_strName;
+}
+
+std::vector<std::string> NamesFromTheTail(const GA_Population& population) {
+    std::vector<std::string> names;
+    for (auto it = population.end(); it != population.begin();) {
+        names.push_back(NameOf(**--it));
+    }
+    return names;
+}
+
 class Append : public testing::Test {
 protected:
     void SetUp() override { Journal::Clear(); }
@@ -85,6 +97,45 @@ TEST(GA_Population, SortsByTheIndividualsOwnComparisons) {
     population.Sort(true);
 
     EXPECT_THAT(population.Names(), ElementsAre("1", "2", "3"));
+}
+
+TEST(GA_Population, IsReversedWithTheCursorOnItsNodeUnderTheOldIndex) {
+    NamedPopulation population;
+    Fill(population, {1, 2, 3, 4});
+    population.MoveTo(1);
+
+    population.ReverseList();
+
+    EXPECT_THAT(population.Names(), ElementsAre("4", "3", "2", "1"));
+    EXPECT_THAT(NamesFromTheTail(population), ElementsAre("1", "2", "3", "4"));
+    EXPECT_EQ(NameOf(*population.GetCurData()), "2");
+    EXPECT_EQ(population.m_nCurIndex, 1);
+    EXPECT_EQ(population.m_nLength, 4);
+}
+
+TEST(GA_Population, IsRotatedWithTheCursorOnTheFirst) {
+    NamedPopulation population;
+    Fill(population, {1, 2, 3, 4, 5});
+    population.MoveTo(3);
+
+    population.Rotate(3, 1);
+
+    EXPECT_THAT(population.Names(), ElementsAre("3", "4", "5", "1", "2"));
+    EXPECT_THAT(NamesFromTheTail(population), ElementsAre("2", "1", "5", "4", "3"));
+    EXPECT_EQ(NameOf(*population.GetCurData()), "3");
+    EXPECT_EQ(population.m_nCurIndex, 0);
+    EXPECT_EQ(population.m_nLength, 5);
+}
+
+TEST(GA_Population, RotatedToWhereItIsStaysAsItIs) {
+    NamedPopulation population;
+    Fill(population, {1, 2, 3});
+    population.MoveTo(2);
+
+    population.Rotate(1, 1);
+
+    EXPECT_THAT(population.Names(), ElementsAre("1", "2", "3"));
+    EXPECT_EQ(population.m_nCurIndex, 2);
 }
 
 TEST_F(Append, OfNullChangesNothing) {
