@@ -6,12 +6,16 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <deque>
 #include <functional>
 #include <iterator>
 #include <memory>
 #include <new>
+#include <numeric>
 #include <optional>
+#include <ostream>
 #include <random>
+#include <string>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -22,6 +26,7 @@
 namespace {
 
 using testing::ElementsAre;
+using testing::ElementsAreArray;
 
 using List = KyPDList<GA_Individual>;
 
@@ -508,7 +513,7 @@ TEST(GA_PlainPopulation, OnceItIsLargeStaysInOrderWhenItsBestAreTakenOutMeanwhil
 TEST(GA_PlainPopulation, OnceItWasLargerStaysInOrderWhenMutantsJoinAtEitherEnd) {
     constexpr long nLength = 17000;
     constexpr long nLeft = 8192;
-    ScriptedRand::Set(std::vector<int>(2 * nLength, 0));
+    ScriptedRand::Set(std::vector<int>(nLength + 170, nLength - 100));
     GA_Population population(nLength, 1);
     std::vector<long> expected;
     Number::Mutate mutate;
@@ -542,24 +547,170 @@ TEST(GA_PlainPopulation, OnceItWasLargerStaysInOrderWhenMutantsJoinAtEitherEnd) 
     EXPECT_EQ(KeysOf(population), expected);
 }
 
-TEST(GA_PlainPopulation, StaysInOrderWhenItGrowsLargeAtItsEnd) {
+TEST(GA_PlainPopulation, StaysInOrderWhenItGrowsLargeAtItsEndAndOftenLosesItsBest) {
     constexpr long nLength = 8190;
-    ScriptedRand::Set(std::vector<int>(2 * nLength, 0));
+    ScriptedRand::Set(std::vector<int>(nLength + 81, nLength / 2));
     GA_Population population(nLength, 1);
-    std::vector<long> expected;
+    std::deque<long> expected;
     Number::Mutate mutate;
     for (long i = 0; i < nLength; ++i) {
         expected.push_back(i);
         static_cast<List&>(population).Append(new Number(i, mutate));
     }
     mutate = [&] {
-        expected.push_back(static_cast<long>(expected.size()));
+        if (population.m_nLength > 8192) {
+            population.MoveToFirst();
+            population.DelCur();
+            expected.pop_front();
+        }
+        expected.push_back(expected.back() + 1);
         return new Number(expected.back(), mutate);
     };
 
     population.Evolve();
 
-    EXPECT_EQ(population.m_nLength, nLength + 81);
+    EXPECT_EQ(population.m_nLength, 8193);
+    EXPECT_THAT(KeysOf(population), ElementsAreArray(expected));
+}
+
+/// How a hook replaces nodes of a population, the keys and their order staying.
+struct Replacement {
+    const char* strName;
+    std::function<void(List&, const Number::Mutate&)> replace;
+};
+
+std::ostream& operator<<(std::ostream& stream, const Replacement& replacement) {
+    return stream << replacement.strName;
+}
+
+/// Removes an element and inserts a new individual of the same key behind the one before.
+void Replace(List& list, long i, const Number::Mutate& mutate) {
+    list.MoveTo(i);
+    const long nKey = Number::KeyOf(*list.GetCurData());
+    list.DelCur();
+    list.InsertAfterCur(new Number(nKey, mutate));
+}
+
+std::vector<long> TakeAll(List& list) {
+    std::vector<long> keys;
+    for (const GA_Individual* p : list) {
+        keys.push_back(Number::KeyOf(*p));
+    }
+    list.Reset();
+    return keys;
+}
+
+class PopulationWithNewNodes : public testing::TestWithParam<Replacement> {};
+
+TEST_P(PopulationWithNewNodes, TakesTheNextMutantsWhereTheyBelong) {
+    ScriptedRand::Set(std::vector<int>(40, 5));
+    GA_Population population(20, 100);
+    std::vector<long> expected;
+    Number::Mutate mutate;
+    for (long i = 0; i < 20; ++i) {
+        expected.push_back(10 * i);
+        population.Append(new Number(10 * i, mutate));
+    }
+    std::vector<std::unique_ptr<GA_Individual>> asked;
+    long nMutants = 0;
+    mutate = [&] {
+        if (nMutants % 2 == 1) {
+            // The individual that is asked stays alive, and one like it stands in for it.
+            asked.emplace_back(population.GetCurData());
+            population.SetCurData(new Number(Number::KeyOf(*asked.back()), mutate));
+            GetParam().replace(population, mutate);
+        }
+        expected.push_back(nMutants * 77 % 200 + 1);
+        ++nMutants;
+        return new Number(expected.back(), mutate);
+    };
+
+    population.Evolve();
+
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(KeysOf(population), expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(Rows, PopulationWithNewNodes,
+                         testing::Values(Replacement{"each removed and inserted anew",
+                                                     [](List& list, const Number::Mutate& mutate) {
+                                                         for (long i = 0; i < list.m_nLength; ++i) {
+                                                             Replace(list, i, mutate);
+                                                         }
+                                                     }},
+                                         Replacement{"cut off and joined again",
+                                                     [](List& list, const Number::Mutate& mutate) {
+                                                         List other;
+                                                         other.Conbine(list, 0);
+                                                         for (long i = 0; i < other.m_nLength; ++i) {
+                                                             Replace(other, i, mutate);
+                                                         }
+                                                         list.Conbine(other, 0);
+                                                     }},
+                                         Replacement{"emptied and filled again",
+                                                     [](List& list, const Number::Mutate& mutate) {
+                                                         for (const long nKey : TakeAll(list)) {
+                                                             list.Append(new Number(nKey, mutate));
+                                                         }
+                                                     }},
+                                         Replacement{"emptied and joined by others",
+                                                     [](List& list, const Number::Mutate& mutate) {
+                                                         List other;
+                                                         for (const long nKey : TakeAll(list)) {
+                                                             other.Append(new Number(nKey, mutate));
+                                                         }
+                                                         list.Conbine(other, 0);
+                                                     }},
+                                         Replacement{"the last ones removed and joined anew",
+                                                     [](List& list, const Number::Mutate& mutate) {
+                                                         List other;
+                                                         while (list.m_nLength > 1) {
+                                                             list.MoveToLast();
+                                                             other.InsertHead(new Number(
+                                                                 Number::KeyOf(*list.GetCurData()), mutate));
+                                                             list.DelCur();
+                                                         }
+                                                         list.Conbine(other, 0);
+                                                     }}),
+                         [](const testing::TestParamInfo<Replacement>& row) {
+                             std::string strName = row.param.strName;
+                             std::replace(strName.begin(), strName.end(), ' ', '_');
+                             return strName;
+                         });
+
+/// A number that has the best of its population removed when it is first asked whether it is worse.
+class Displacing : public Number {
+public:
+    Displacing(GA_Population& population, long nKey, const Mutate& mutate)
+        : Number(nKey, mutate), m_pPopulation(&population) {}
+
+    bool operator>(const GA_Individual& other) const override {
+        if (GA_Population* const pPopulation = std::exchange(m_pPopulation, nullptr)) {
+            pPopulation->MoveToFirst();
+            pPopulation->DelCur();
+            pPopulation->MoveToLast();
+        }
+        return Number::operator>(other);
+    }
+
+private:
+    mutable GA_Population* m_pPopulation;
+};
+
+TEST(GA_PlainPopulation, StaysInOrderWhenEachMutantHasTheBestRemovedWhileItsPlaceIsSought) {
+    ScriptedRand::Set(std::vector<int>(40, 5));
+    GA_Population population(20, 100);
+    Number::Mutate mutate;
+    for (long i = 0; i < 20; ++i) {
+        population.Append(new Number(i, mutate));
+    }
+    long nKey = 20;
+    mutate = [&] { return new Displacing(population, nKey++, mutate); };
+
+    population.Evolve();
+
+    std::vector<long> expected(20);
+    std::iota(expected.begin(), expected.end(), 20);
     EXPECT_EQ(KeysOf(population), expected);
 }
 
